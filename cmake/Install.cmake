@@ -1,0 +1,21 @@
+# The installed tree is the build tree's bin folder: everything lies beside the program.
+#   cmake --install build/release --prefix DIR
+install(TARGETS gnss_workbench_host RUNTIME DESTINATION .)
+install(TARGETS HostSupport LIBRARY DESTINATION . RUNTIME DESTINATION .)
+foreach(target Gnss gnss-receiver gnss-log assist-service)
+    if(TARGET ${target})
+        install(TARGETS ${target} LIBRARY DESTINATION . RUNTIME DESTINATION .)
+    endif()
+endforeach()
+foreach(target GnssUtils pgnss_decoder libpgnss_decoder)
+    if(TARGET ${target})
+        install(TARGETS ${target} LIBRARY DESTINATION Source-Datas/bin RUNTIME DESTINATION Source-Datas/bin)
+    endif()
+endforeach()
+install(FILES host/config/GnssTree.xml host/config/GnssTree_en.xml DESTINATION Source-Datas/config/1)
+install(DIRECTORY "${GNSS_BIN}/translations" DESTINATION . FILES_MATCHING PATTERN "*.qm")
+install(CODE "file(MAKE_DIRECTORY \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Source-Datas/bin/config\")")
+if(GNSS_7ZR)
+    install(CODE "file(CREATE_LINK \"${GNSS_7ZR}\"
+        \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Source-Datas/bin/7zr.exe\" SYMBOLIC)")
+endif()

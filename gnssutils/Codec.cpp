@@ -1,0 +1,1 @@
+#include "gnssutils/Codec.h"

@@ -1,0 +1,6 @@
+#include "gnssutils/GnssUtils.h"
+
+int InitGnssUtils()
+{
+    return 0;
+}

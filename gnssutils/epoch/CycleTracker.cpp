@@ -1,0 +1,133 @@
+#include "gnssutils/epoch/CycleTracker.h"
+
+namespace gnss {
+
+namespace {
+
+constexpr SentenceSignature kGroupBegins = 1;
+constexpr SentenceSignature kGroupEnds = 2;
+constexpr SentenceSignature kIsGsv = static_cast<SentenceSignature>(SentenceType::Gsv) << 8;
+constexpr SentenceSignature kTypeMask = 0xF00;
+
+constexpr int kMissesUntilRelearned = 2;
+
+bool BeginsGroup(SentenceSignature signature)
+{
+    return (signature & kTypeMask) == kIsGsv && (signature & kGroupBegins) != 0;
+}
+
+}  // namespace
+
+SentenceSignature MakeSignature(const SentenceHead& head)
+{
+    return static_cast<SentenceSignature>(static_cast<unsigned char>(head.talker[0])) << 24 |
+           static_cast<SentenceSignature>(static_cast<unsigned char>(head.talker[1])) << 16 |
+           static_cast<SentenceSignature>(head.type) << 8;
+}
+
+SentenceSignature MakeGsvSignature(const SentenceHead& head, const GsvSentence& gsv)
+{
+    return MakeSignature(head) | static_cast<SentenceSignature>(gsv.signalId & 0xF) << 4 |
+           (gsv.number <= 1 ? kGroupBegins : 0) | (gsv.number >= gsv.total ? kGroupEnds : 0);
+}
+
+void CycleTracker::Reset()
+{
+    *this = CycleTracker();
+}
+
+bool CycleTracker::Enter(SentenceSignature signature, bool timed, std::int64_t key)
+{
+    const bool begins = BeginsCycle(signature, timed, key);
+    if (begins) {
+        Learn();
+        m_seenCount = 0;
+        m_overlong = false;
+        m_anchor = 0;
+        m_firstGroup = 0;
+        m_firstGroupCount = 0;
+        m_key = kNoTime;
+        m_expected = {};
+        m_expectedSeen = 0;
+    }
+    if (m_seenCount < kMaxCycle) {
+        m_seen[m_seenCount++] = signature;
+    } else {
+        m_overlong = true;
+    }
+    if (BeginsGroup(signature)) {
+        if (m_firstGroup == 0) {
+            m_firstGroup = signature;
+        }
+        m_firstGroupCount += signature == m_firstGroup ? 1 : 0;
+    }
+    if (timed && m_anchor == 0) {
+        AdoptAnchor(signature, key);
+    } else if (timed && m_key == kNoTime) {
+        m_key = key;
+    }
+    m_atEnd = false;
+    if (signature == m_expected.signature) {
+        ++m_expectedSeen;
+        m_atEnd = m_expectedSeen == m_expected.occurrence;
+    }
+    return begins;
+}
+
+bool CycleTracker::BeginsCycle(SentenceSignature signature, bool timed, std::int64_t key)
+{
+    if (timed) {
+        return m_anchor != 0 &&
+               (signature == m_anchor || (key != kNoTime && m_key != kNoTime && key != m_key));
+    }
+    // Satellite lists alone: the first group coming again begins a cycle. Beside timed sentences a group may
+    // come twice in a cycle, for two signals.
+    return BeginsGroup(signature) && signature == m_firstGroup && m_firstGroupCount >= (m_anchor == 0 ? 1 : 2);
+}
+
+void CycleTracker::AdoptAnchor(SentenceSignature signature, std::int64_t key)
+{
+    m_anchor = signature;
+    m_key = key;
+    for (const Habit& habit : m_habits) {
+        if (habit.anchor == signature) {
+            m_expected = habit.end;
+        }
+    }
+    // The sentence itself is counted by the caller.
+    m_expectedSeen = CountSeen(m_expected.signature) - (signature == m_expected.signature ? 1 : 0);
+}
+
+int CycleTracker::CountSeen(SentenceSignature signature) const
+{
+    int count = 0;
+    for (std::size_t i = 0; i < m_seenCount; ++i) {
+        count += m_seen[i] == signature ? 1 : 0;
+    }
+    return count;
+}
+
+void CycleTracker::Learn()
+{
+    if (m_anchor == 0 || m_seenCount == 0 || m_overlong) {
+        return;
+    }
+    const SentenceSignature last = m_seen[m_seenCount - 1];
+    const End end{last, CountSeen(last)};
+    for (Habit& habit : m_habits) {
+        if (habit.anchor != m_anchor) {
+            continue;
+        }
+        if (habit.end == end) {
+            habit.misses = 0;
+        } else if (++habit.misses >= kMissesUntilRelearned) {
+            habit.end = end;
+            habit.misses = 0;
+        }
+        return;
+    }
+    m_habits[m_nextHabit] = {m_anchor, end, 0};
+    m_nextHabit = (m_nextHabit + 1) % kHabits;
+}
+
+}  // namespace gnss

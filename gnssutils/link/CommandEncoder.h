@@ -1,0 +1,28 @@
+#pragma once
+
+#include "codec/CommandTable.h"
+#include "codec/Records.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace gnss {
+
+/// Frames a command, or passes a ready one through (id 512). Returns the length in `out`, or -1 when nothing
+/// may be sent: unknown id, null pointers, a payload that fits no frame, an `out` that is too small, an
+/// empty pass-through.
+int EncodeCommand(std::uint32_t id, const void* payload, std::size_t payloadLength, void* out,
+                  std::size_t outSize);
+
+/// What the bytes towards the receiver hold, for the record of sent frames.
+struct SentCommand {
+    bool found = false;
+    PackageRecord package{};
+    bool start = false;  ///< a start, hot start or cold start
+};
+
+/// Reads the command at the front of `data` and moves `data` and `length` behind it: a frame, a frame in AT
+/// form, or the AT start or stop text. `found` is false when what is there is none of these.
+SentCommand ReadSentCommand(const std::uint8_t*& data, std::size_t& length);
+
+}  // namespace gnss

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace gnss {
+
+/// A decimal number as it stands in a field: mantissa / 10^decimals. At most 15 digits count, so that the
+/// division below is the correctly rounded value; further decimals are cut.
+struct Decimal {
+    bool present = false;  ///< the field was not empty and held a number and nothing else
+    std::int64_t mantissa = 0;
+    int decimals = 0;
+
+    double Value() const;
+};
+
+/// Walks the comma-separated fields of a sentence in place.
+class FieldReader {
+public:
+    /// `begin` is the first byte of the first field, `end` the '*' of the checksum.
+    FieldReader(const char* begin, const char* end) : m_next(begin), m_end(end) {}
+
+    /// True while a field is left, also an empty one.
+    bool HasField() const { return m_next <= m_end; }
+
+    /// Moves past one field.
+    void Skip();
+    void Skip(int count);
+
+    /// First character of a field, or NUL when it is empty or missing.
+    char Letter();
+    Decimal Number();
+    /// A whole number; decimals are cut. `present` false leaves 0.
+    int Integer(bool& present);
+    int Integer();
+    /// Start and length of a field.
+    const char* Text(std::size_t& length);
+
+    /// Fields left, counted without moving.
+    int Count() const;
+
+private:
+    const char* m_next;
+    const char* m_end;
+};
+
+}  // namespace gnss

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QDateTime>
+#include <QObject>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+
+#include <functional>
+
+class QWidget;
+
+/// A run without a user: lets the window work for its time, then leaves a picture of it, the debug log, the logs
+/// and captures of this run and a summary in a folder.
+class HeadlessRun : public QObject {
+    Q_OBJECT
+
+public:
+    /// An empty `folder` means one in the current directory that is named by the time.
+    HeadlessRun(int seconds, const QString& folder, QWidget* window);
+
+    void SetReceiverState(std::function<QString()> text) { m_receiverState = std::move(text); }
+
+    /// Starts the clock; a second call changes nothing.
+    void Start();
+
+    /// Names of the raw captures and working logs that did not exist when the run was made.
+    QStringList NewCaptures() const;
+    QStringList NewLogs() const;
+
+Q_SIGNALS:
+    /// `status` is 0 when data came through, else 1.
+    void Finished(int status);
+
+private:
+    void CloseBoxes();
+    void End();
+    bool Write(const QString& name, const QByteArray& bytes);
+    void Copy(const QStringList& files, const QString& subfolder);
+
+    int m_seconds;
+    QString m_folder;
+    QWidget* m_window;
+    std::function<QString()> m_receiverState;
+    QTimer m_clock;
+    QTimer m_boxTimer;
+    QSet<QString> m_oldFiles;
+    bool m_failed = false;
+};

@@ -1,0 +1,333 @@
+#include "HostSession.h"
+
+#include "Components.h"
+#include "HeadlessRun.h"
+#include "HostSupportConfig.h"
+#include "HostWindow.h"
+#include "PluginSession.h"
+#include "ProcessFacts.h"
+#include "SerialPortsVariable.h"
+
+#include <QApplication>
+#include <QDebug>
+#include <QDir>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QPointer>
+#include <QTimer>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int kRebuild = 1000;  // a way out of the event loop that no exit status uses
+constexpr int kReadyMilliseconds = 5000;
+constexpr int kPaintMilliseconds = 1000;
+constexpr int kUnwindMilliseconds = 3000;
+constexpr QSize kUsualSize(1280, 800);
+constexpr QSize kHeadlessSize(1600, 1000);
+
+QString BesideProgram(const QString& name)
+{
+    return QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
+}
+
+#ifdef Q_OS_WIN
+const QString kPluginFile = QStringLiteral("Gnss.dll");
+const QString kReceiverFile = QStringLiteral("gnss-receiver.exe");
+#else
+const QString kPluginFile = QStringLiteral("libGnss.so");
+const QString kReceiverFile = QStringLiteral("gnss-receiver");
+#endif
+
+}  // namespace
+
+HostSession::HostSession(const HostOptions& options)
+    : m_options(options), m_settings(BesideProgram(QStringLiteral("host.ini")))
+{
+    m_product = options.product.value_or(m_settings.Product());
+    m_language = options.language.value_or(m_settings.Language(QLocale::system()));
+    m_receiverWanted = !options.noReceiver && options.port.isEmpty();
+    if (m_options.plugin.isEmpty())
+        m_options.plugin = BesideProgram(kPluginFile);
+    else
+        m_options.plugin = QFileInfo(m_options.plugin).absoluteFilePath();
+    if (m_options.receiver.isEmpty())
+        m_options.receiver = BesideProgram(kReceiverFile);
+    connect(&m_receiver, &ReceiverProcess::Ended, this, &HostSession::ReceiverEnded);
+}
+
+HostSession::~HostSession()
+{
+    TakeDown();
+}
+
+int HostSession::Run()
+{
+    // The process takes its time to come up, so it goes first.
+    if (m_receiverWanted)
+        StartReceiver();
+    ApplySettings();
+
+    m_window = std::make_unique<HostWindow>();
+    connect(m_window.get(), &HostWindow::ProductChosen, this, &HostSession::ChangeProduct);
+    connect(m_window.get(), &HostWindow::LanguageChosen, this, &HostSession::ChangeLanguage);
+    connect(m_window.get(), &HostWindow::Closing, this, [this] { Leave(0); });
+    connect(m_window.get(), &HostWindow::ReceiverSwitched, this, [this](bool on) {
+        m_receiverWanted = on;
+        on ? RestartReceiver() : StopReceiver();
+    });
+    connect(m_window.get(), &HostWindow::CaptureChosen, this, [this](const QString& file) {
+        m_options.capture = file;
+        m_receiverWanted = true;
+        RestartReceiver();
+    });
+    connect(m_window.get(), &HostWindow::SpeedChosen, this, [this](const QString& speed) {
+        m_options.speed = speed;
+        m_window->ShowCapture(m_options.capture, m_options.speed);
+        if (!m_options.capture.isEmpty() && m_receiverWanted)
+            RestartReceiver();
+    });
+
+    const bool headless = m_options.headlessSeconds > 0;
+    m_window->resize(m_options.size.isValid() ? m_options.size : headless ? kHeadlessSize : kUsualSize);
+    if (!headless && !m_options.size.isValid())
+        m_window->restoreGeometry(m_settings.Geometry());
+    if (!headless)
+        m_window->restoreState(m_settings.WindowState());
+    if (headless) {
+        m_headless = std::make_unique<HeadlessRun>(m_options.headlessSeconds, m_options.output, m_window.get());
+        m_headless->SetReceiverState([this] { return m_receiver.StateText(); });
+        connect(m_headless.get(), &HeadlessRun::Finished, this, [this](int status) { Leave(status); });
+    }
+
+    int code = kRebuild;
+    while (code == kRebuild) {
+        Build();
+        code = QCoreApplication::exec();
+        if (!headless && !m_options.size.isValid())
+            m_settings.SetWindow(m_window->saveGeometry(), m_window->saveState());
+        TakeDown();
+        if (code == kRebuild) {
+            ApplySettings();
+            if (m_receiverWanted)
+                StartReceiver();
+        }
+    }
+    m_receiver.Stop();
+    m_headless.reset();
+    m_window.reset();
+    return code;
+}
+
+void HostSession::ApplySettings()
+{
+    HostSupportConfig::SetProduct(m_product);
+    if (!WriteLanguageFile(QDir::currentPath(), m_language))
+        qWarning() << "language.ini cannot be written";
+    InstallTranslators();
+}
+
+void HostSession::InstallTranslators()
+{
+    const QString folder = BesideProgram(QStringLiteral("translations"));
+    for (QTranslator* translator : {&m_hostTexts, &m_pluginTexts, &m_qtTexts})
+        QCoreApplication::removeTranslator(translator);
+    const auto install = [](QTranslator& translator, const QString& name, const QString& from) {
+        if (!translator.load(name, from))
+            return false;
+        QCoreApplication::installTranslator(&translator);
+        return true;
+    };
+    if (m_language == LANGUAGE_CHINESE) {
+        if (!install(m_hostTexts, QStringLiteral("host_zh"), folder))
+            qWarning().noquote() << "no translation" << folder + QStringLiteral("/host_zh.qm");
+        if (!install(m_qtTexts, QStringLiteral("qtbase_zh_CN"), folder))
+            install(m_qtTexts, QStringLiteral("qtbase_zh_CN"), QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    } else if (!install(m_pluginTexts, QStringLiteral("gnss_en"), folder)) {
+        qWarning().noquote() << "no translation" << folder + QStringLiteral("/gnss_en.qm");
+    }
+}
+
+void HostSession::StartReceiver()
+{
+    ReceiverSettings settings;
+    settings.program = m_options.receiver;
+    settings.product = m_product;
+    settings.idle = m_options.idle;
+    settings.capture = m_options.capture;
+    settings.speed = m_options.speed;
+    settings.extra = m_options.receiverArguments;
+    m_receiver.Start(settings);
+}
+
+void HostSession::Build()
+{
+    m_painted = false;
+    m_lineOpened = false;
+    m_window->ShowProduct(m_product);
+    m_window->ShowLanguage(m_language);
+    m_window->ShowCapture(m_options.capture, m_options.speed);
+
+    m_plugin = std::make_unique<PluginSession>(m_options.plugin);
+    const bool loaded = m_plugin->Load();
+    if (m_receiverWanted) {
+        if (!m_receiver.WaitReady(kReadyMilliseconds) && m_receiver.CurrentState() == ReceiverProcess::State::Starting)
+            qWarning() << "virtual receiver: not ready after 5 seconds";
+        UseReceiver();
+    } else if (!m_options.port.isEmpty()) {
+        m_port = m_options.port;
+        SerialPortsVariable::Add(m_port);
+    }
+
+    ComponentStatus plugin{m_options.plugin, loaded, m_plugin->Error()};
+    if (loaded) {
+        const QWidget* window = m_plugin->BuildWindow(m_window->Container());
+        if (window) {
+            m_window->ShowPlugin();
+        } else {
+            plugin.good = false;
+            plugin.reason = tr("it built no window");
+        }
+    }
+    if (!plugin.good) {
+        qCritical().noquote() << "plug-in not loaded:" << plugin.file << plugin.reason;
+        m_window->ShowMissingPlugin(plugin);
+    }
+    const ComponentStatus codec = CheckLibrary(CodecFile(QCoreApplication::applicationDirPath()));
+    const ComponentStatus archiver = CheckProgram(ArchiverFile(QDir::currentPath()));
+    for (const ComponentStatus& status : {codec, archiver}) {
+        if (!status.good)
+            qWarning().noquote() << "not in use:" << status.file << status.reason;
+    }
+    m_window->ShowComponents(plugin, codec, archiver);
+    ShowReceiverState();
+
+    m_window->installEventFilter(this);
+    m_window->show();
+    m_window->update();
+    // A window that nobody sees is never painted.
+    QTimer::singleShot(kPaintMilliseconds, this, &HostSession::OpenLine);
+    if (m_headless)
+        m_headless->Start();
+}
+
+bool HostSession::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_window.get() && event->type() == QEvent::Paint && !m_painted) {
+        m_painted = true;
+        // When the timer fires the whole window has been painted and shown.
+        QTimer::singleShot(0, this, &HostSession::FirstPaint);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void HostSession::FirstPaint()
+{
+    if (m_options.timing && !m_timingPrinted) {
+        m_timingPrinted = true;
+        std::printf("first paint %.0f ms, resident %.1f MB\n", MillisecondsSinceProcessStart(),
+                    static_cast<double>(ResidentKilobytes()) / 1024.0);
+        std::fflush(stdout);
+    }
+    OpenLine();
+}
+
+void HostSession::OpenLine()
+{
+    if (m_lineOpened || m_port.isEmpty() || !m_plugin)
+        return;
+    m_lineOpened = true;
+    m_plugin->OpenPort(m_port);
+}
+
+/// Puts the receiver's port into the list of ports, in place of an earlier one.
+void HostSession::UseReceiver()
+{
+    if (!m_port.isEmpty())
+        SerialPortsVariable::Remove(m_port);
+    m_port = m_receiver.Port();
+    if (!m_port.isEmpty())
+        SerialPortsVariable::Add(m_port);
+}
+
+void HostSession::StopReceiver()
+{
+    if (m_plugin && !m_receiver.Port().isEmpty() && IsOpenInThisProcess(m_receiver.Port()))
+        m_plugin->SwitchPort();
+    m_receiver.Stop();
+    UseReceiver();
+    ShowReceiverState();
+}
+
+void HostSession::RestartReceiver()
+{
+    // The line is closed first: a port whose far end is gone reports an error for ever.
+    StopReceiver();
+    m_window->ShowCapture(m_options.capture, m_options.speed);
+    StartReceiver();
+    const QPointer<HostSession> self(this);
+    const bool ready = m_receiver.WaitReady(kReadyMilliseconds);
+    if (!self)
+        return;
+    UseReceiver();
+    ShowReceiverState();
+    if (!ready || !m_plugin)
+        return;
+    m_plugin->ChoosePort(m_port);
+    if (!IsOpenInThisProcess(m_port))
+        m_plugin->SwitchPort();
+}
+
+void HostSession::ShowReceiverState()
+{
+    const bool ready = m_receiver.CurrentState() == ReceiverProcess::State::Ready;
+    QString text = m_receiver.StateText();
+    if (!m_receiverWanted && !m_options.port.isEmpty())
+        text = tr("Port %1").arg(m_options.port);
+    m_window->ShowReceiver(m_receiverWanted, text, ready);
+}
+
+void HostSession::ReceiverEnded(const QString& reason)
+{
+    if (!m_window)
+        return;
+    ShowReceiverState();
+    m_window->ShowNote(tr("The virtual receiver is gone: %1").arg(reason));
+}
+
+void HostSession::ChangeProduct(int product)
+{
+    if (product == m_product)
+        return;
+    m_product = product;
+    m_settings.SetProduct(product);
+    Leave(kRebuild);
+}
+
+void HostSession::ChangeLanguage(int language)
+{
+    if (language == m_language)
+        return;
+    m_language = language;
+    m_settings.SetLanguage(language);
+    Leave(kRebuild);
+}
+
+/// The wish may come from inside one of the plug-in's waits, whose code must not be unloaded under it: the event
+/// loop is left, and what hangs on the plug-in goes when the stack is clean. A wait that goes on ends early by the
+/// end of its window.
+void HostSession::Leave(int code)
+{
+    QTimer::singleShot(kUnwindMilliseconds, m_plugin.get(), [plugin = m_plugin.get()] { plugin->DestroyWindow(); });
+    QCoreApplication::exit(code);
+}
+
+void HostSession::TakeDown()
+{
+    if (m_plugin) {
+        m_plugin->Unload();
+        m_plugin.reset();
+    }
+    m_receiver.Stop();
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "HostOptions.h"
+#include "HostSettings.h"
+#include "ReceiverProcess.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTranslator>
+
+#include <memory>
+
+class HeadlessRun;
+class HostWindow;
+class PluginSession;
+
+/// One run of the host: window, plug-in and virtual receiver, from the first start to the end, over every change
+/// of product or language.
+class HostSession : public QObject {
+    Q_OBJECT
+
+public:
+    explicit HostSession(const HostOptions& options);
+    ~HostSession() override;
+
+    /// Builds everything, runs the event loop and takes everything down again. Returns the exit status.
+    int Run();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void ApplySettings();
+    void InstallTranslators();
+    void StartReceiver();
+    void Build();
+    void FirstPaint();
+    void OpenLine();
+    void UseReceiver();
+    void StopReceiver();
+    void RestartReceiver();
+    void ShowReceiverState();
+    void ReceiverEnded(const QString& reason);
+    void ChangeProduct(int product);
+    void ChangeLanguage(int language);
+    void Leave(int code);
+    void TakeDown();
+    void PrintTiming();
+
+    HostOptions m_options;
+    HostSettings m_settings;
+    int m_product = 0;
+    int m_language = 1;
+    bool m_receiverWanted = true;
+    QString m_port;  // what was put into the list of ports
+    std::unique_ptr<HostWindow> m_window;
+    std::unique_ptr<PluginSession> m_plugin;
+    std::unique_ptr<HeadlessRun> m_headless;
+    ReceiverProcess m_receiver;
+    QTranslator m_hostTexts;
+    QTranslator m_pluginTexts;
+    QTranslator m_qtTexts;
+    bool m_painted = false;
+    bool m_lineOpened = false;
+    bool m_timingPrinted = false;
+};

@@ -1,0 +1,68 @@
+#include "DebugLog.h"
+#include "HostOptions.h"
+#include "HostSession.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int kUsageError = 2;
+
+void Print(FILE* stream, const QString& text)
+{
+    std::fputs(text.toLocal8Bit().constData(), stream);
+    std::fputc('\n', stream);
+}
+
+/// Chooses the platform of a headless run; false when there is no display for a window.
+bool HavePlatform(bool headless)
+{
+#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        return true;
+    if (headless)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    return headless;
+#else
+    Q_UNUSED(headless)
+    return true;
+#endif
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    DebugLog::Instance().Install();
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    const HostOptionsResult command = ParseHostOptions(arguments);
+
+    QCoreApplication::setApplicationName(QStringLiteral("gnss-workbench"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(GNSS_VERSION));
+    if (!command.error.isEmpty()) {
+        Print(stderr, QStringLiteral("gnss-workbench: %1 (--help lists the options)").arg(command.error));
+        return kUsageError;
+    }
+    if (command.options.help || command.options.version) {
+        const QCoreApplication app(argc, argv);
+        Print(stdout, command.options.help ? HostOptionsHelp() : QStringLiteral("gnss-workbench " GNSS_VERSION));
+        return 0;
+    }
+    if (!HavePlatform(command.options.headlessSeconds > 0)) {
+        Print(stderr, QStringLiteral("gnss-workbench: there is no display; --headless SECONDS runs without one"));
+        return kUsageError;
+    }
+
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const QApplication app(argc, argv);
+    // The plug-in has windows of its own beside the host's; only the host's ends the program.
+    QApplication::setQuitOnLastWindowClosed(false);
+    HostSession session(command.options);
+    return session.Run();
+}

@@ -1,0 +1,7 @@
+#include "CProductVersion.h"
+
+#include "HostSupportConfig.h"
+
+int CProductVersion::GetVersion() {
+    return HostSupportConfig::Product();
+}

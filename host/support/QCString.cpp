@@ -1,0 +1,5 @@
+#include "QCString.h"
+
+QCString::QCString(const wchar_t* text) : m_text(text ? text : L"") {}
+
+QCString::~QCString() = default;

@@ -1,0 +1,16 @@
+#include "VerCommon.h"
+
+#include "HostSupportConfig.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+int VerCommon::GetCurrentVersion() {
+    return HostSupportConfig::ConfigurationSet();
+}
+
+QString VerCommon::GetCfgPath(QString versionNumber) {
+    const QString root = QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QDir::currentPath();
+    const QString path = root + QStringLiteral("/Source-Datas/config/") + versionNumber;
+    return QDir::toNativeSeparators(QDir::cleanPath(path));
+}

@@ -1,0 +1,171 @@
+#include "GnssWindow.h"
+
+#include "AckWait.h"
+#include "MessageBoxes.h"
+#include "ProcessState.h"
+#include "StatusLog.h"
+#include "WorkingLogs.h"
+#include "codec/CallbackRouting.h"
+#include "codec/ClassGnss.h"
+#include "codec/Protocol.h"
+#include "views/NMEAViewWin.h"
+
+#include "CProductVersion.h"
+#include "ImageManager.h"
+
+#include <QPushButton>
+#include <QSerialPort>
+#include <QTimer>
+
+namespace {
+
+constexpr int startAckLimitMs = 1000;
+constexpr int probeWaitMs = 1000;
+
+const char startFrame[] = "7e 04 19 00 01 00 03 00 00 00 0c 00 01 00 00 00 01 00 01 00 00 00 00 00 7e";
+const char stopFrame[] = "7e 04 0d 00 02 00 00 00 00 00 00 00 7e";
+const char probeFrame[] = "7e 04 0e 00 05 00 00 00 00 00 01 00 00 7e";
+
+/// The bytes of a command: AT text with its line end for the AT product, else the hand-made frame.
+QByteArray CommandBytes(const char* atText, const char* frameText)
+{
+    if (CProductVersion::GetVersion() == gnss::kAtProduct) {
+        return QByteArray(atText) + "\r\n";
+    }
+    return QByteArray::fromHex(frameText);
+}
+
+} // namespace
+
+void GnssWindow::SlotSendStartStopCmd()
+{
+    if (Global::positioningStarted) {
+        SlotStopBtnClicked();
+    } else {
+        SlotStartClicked();
+    }
+}
+
+void GnssWindow::SlotStartClicked()
+{
+    if (Global::positioningStarted) {
+        ShowCriticalBox(this, tr("错误"), tr("当前已经启动，请勿重复触发！"));
+        return;
+    }
+    const QByteArray bytes = CommandBytes(gnss::kAtStart, startFrame);
+    uint8_t out[ClassGnss::maxFrameLength];
+    const int length = ClassGnss::GnssEncode(ClassGnss::passThroughId, bytes.constData(),
+                                             static_cast<quint32>(bytes.size()), out, sizeof(out));
+    if (length < 0) {
+        return;
+    }
+    const QPointer<GnssWindow> guard(this);
+    const AckWait wait;
+    emit SendMsg(out, length);
+    if (guard.isNull()) {
+        AckWait::Finish();
+        return;
+    }
+    const AckResult result = wait.Run(this, startAckLimitMs);
+    if (result.outcome == AckOutcome::SenderGone) {
+        AckWait::Finish();
+        return;
+    }
+    if (result.outcome == AckOutcome::Answered) {
+        AppendStatus(result.message);
+        if (result.state == 0) {
+            Global::positioningStarted = true;
+            emit ChangeStartFlagSignal();
+        }
+        // A refused start arms the first-fix clock as well.
+        Global::firstFixText.clear();
+        Global::startInstant = QDateTime::currentDateTime();
+    } else {
+        AppendStatus(tr("发送start命令等待 ACK超时"));
+    }
+    HighlightStatus();
+    AckWait::Finish();
+    ClearWorkingLogFiles();
+}
+
+void GnssWindow::SlotStopBtnClicked()
+{
+    if (!Global::positioningStarted) {
+        ShowCriticalBox(this, tr("错误"), tr("当前已经停止，请勿重复触发！"));
+        return;
+    }
+    const QPointer<GnssWindow> guard(this);
+    if (!SendReadyFrame(CommandBytes(gnss::kAtStop, stopFrame)) || guard.isNull()) {
+        return;
+    }
+    // A stop is taken as done without waiting for its ACK.
+    Global::positioningStarted = false;
+    AppendStatus(tr("停止GNSS定位"));
+    emit ChangeStartFlagSignal();
+}
+
+bool GnssWindow::SendReadyFrame(const QByteArray& bytes)
+{
+    uint8_t out[ClassGnss::maxFrameLength];
+    const int length = ClassGnss::GnssEncode(ClassGnss::passThroughId, bytes.constData(),
+                                             static_cast<quint32>(bytes.size()), out, sizeof(out));
+    if (length < 0) {
+        return false;
+    }
+    emit SendMsg(out, length);
+    return true;
+}
+
+void GnssWindow::SlotChangeSwitchImage()
+{
+    const bool started = Global::positioningStarted;
+    m_startStopBtn->setToolTip(started ? tr("停止定位") : tr("启动定位"));
+    m_startStopBtn->setIcon(
+        QIcon(ImageManager::GetPixmapObject(started ? QStringLiteral(":/images/images/gnss/startStatus.png")
+                                                    : QStringLiteral(":/images/images/gnss/stopStatus.png"))));
+}
+
+void GnssWindow::SlotProcSerialNoData()
+{
+    noDataTimer->stop();
+    const QPointer<GnssWindow> guard(this);
+    if (!SendReadyFrame(QByteArray::fromHex(probeFrame)) || guard.isNull()) {
+        return;
+    }
+    PumpDelay(probeWaitMs);
+    if (guard.isNull()) {
+        return;
+    }
+    // What comes now only tells that the receiver is alive.
+    if (serialPort->isOpen() && !serialPort->readAll().isEmpty()) {
+        return;
+    }
+    Global::positioningStarted = false;
+    emit ChangeStartFlagSignal();
+}
+
+void GnssWindow::ClearWorkingLogFiles()
+{
+    ClearWorkingLogs();
+    if (nmeaView != nullptr) {
+        nmeaView->ResetHistory();
+    }
+}
+
+void GnssWindow::OnAck(const void* record, int length)
+{
+    if (length <= 0) {
+        return;
+    }
+    GnssAck ack;
+    ack.ProcAck(record, static_cast<quint32>(length));
+}
+
+void GnssWindow::OnFirstFix()
+{
+    if (Global::replayRunning) {
+        Global::firstFixText = QStringLiteral("0s");
+    } else if (Global::firstFixText.isEmpty()) {
+        Global::firstFixText = FirstFixText(Global::startInstant, QDateTime::currentDateTime());
+    }
+}

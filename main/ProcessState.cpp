@@ -1,0 +1,45 @@
+#include "ProcessState.h"
+
+namespace Global {
+
+QString currentPortName;
+quint32 currentBaudRate = kDefaultBaudRate;
+bool serialOpen = false;
+QStringList busyPortNames;
+bool pluginConnected = false;
+
+int ackState = 4;
+quint8 ackTableColumn = 0;
+QString ackMessage;
+int lastAckState = 4;
+quint32 ackCount = 0;
+bool positioningStarted = false;
+QString firstFixText;
+QDateTime startInstant = QDateTime::currentDateTime();
+
+float replaySpeed = 1.0F;
+bool replayRunning = false;
+
+int language = 0;
+bool showTimestamp = true;
+
+void ResetForNewWindow()
+{
+    currentPortName.clear();
+    currentBaudRate = kDefaultBaudRate;
+    serialOpen = false;
+    busyPortNames.clear();
+    pluginConnected = false;
+    ackState = 4;
+    ackTableColumn = 0;
+    ackMessage.clear();
+    lastAckState = 4;
+    ackCount = 0;
+    positioningStarted = false;
+    firstFixText.clear();
+    startInstant = QDateTime::currentDateTime();
+    replaySpeed = 1.0F;
+    replayRunning = false;
+}
+
+} // namespace Global

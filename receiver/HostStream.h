@@ -1,0 +1,32 @@
+#pragma once
+
+#include "codec/Protocol.h"
+#include "receiver/Utc.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vrx {
+
+/// Cuts what the host sends into frames, AT lines and single 0x00 bytes; everything else is noise.
+class HostStream {
+public:
+    struct Item {
+        enum class Kind { Frame, AtLine, Zero } kind;
+        std::string bytes; ///< the whole frame, or the line without its end
+    };
+
+    /// Takes bytes that came at `now`; returns what they complete, in order.
+    std::vector<Item> Feed(const std::uint8_t* bytes, std::size_t length, Millis now);
+
+    void Clear() { m_buffer.clear(); }
+
+private:
+    bool TakeOne(std::vector<Item>& items);
+
+    std::string m_buffer;
+    Millis m_lastByte = 0;
+};
+
+} // namespace vrx

@@ -1,0 +1,331 @@
+// How the receiver takes commands: see Receiver.h.
+
+#include "receiver/Receiver.h"
+
+#include "codec/CommandTable.h"
+#include "receiver/CommandRules.h"
+#include "receiver/ReportWriter.h"
+#include "receiver/TextNumbers.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace vrx {
+
+namespace {
+
+constexpr std::size_t kHistoryPart = 1024;
+
+// What is injected helps only when it is about right.
+constexpr Millis kUsableTimeError = 3600000;
+constexpr double kUsablePositionError = 300000.0;
+
+constexpr int kRates[] = {1, 5, 10};
+
+} // namespace
+
+void Receiver::Receive(const std::uint8_t* bytes, std::size_t length, Millis now)
+{
+    Advance(now);
+    if (m_asleep) {
+        // Only the wake-up byte is heard; what came before it is lost.
+        const auto* zero = static_cast<const std::uint8_t*>(std::memchr(bytes, 0, length));
+        if (zero == nullptr) {
+            return;
+        }
+        m_asleep = false;
+        m_wakeRequestAt = kNever;
+        length -= static_cast<std::size_t>(zero + 1 - bytes);
+        bytes = zero + 1;
+        m_stream.Clear();
+    }
+    for (const HostStream::Item& item : m_stream.Feed(bytes, length, m_now)) {
+        HandleItem(item, m_now);
+    }
+}
+
+void Receiver::HandleItem(const HostStream::Item& item, Millis now)
+{
+    if (item.kind == HostStream::Item::Kind::AtLine) {
+        if (m_options.product == gnss::kAtProduct) {
+            HandleAtLine(item.bytes, now);
+        }
+        return;
+    }
+    gnss::FrameView frame;
+    if (item.kind == HostStream::Item::Kind::Frame &&
+        gnss::ReadFrame(reinterpret_cast<const std::uint8_t*>(item.bytes.data()), item.bytes.size(), frame)) {
+        HandleFrame(frame, now);
+    }
+}
+
+void Receiver::HandleAtLine(const std::string& line, Millis now)
+{
+    const std::string_view text(line);
+    const std::string_view hexPrefix(gnss::kAtHexCommand);
+    const std::string_view start("AT+GNSSSTART=");
+    if (text.substr(0, hexPrefix.size()) == hexPrefix) {
+        const std::string_view digits = text.substr(hexPrefix.size());
+        std::vector<std::uint8_t> bytes;
+        const auto digit = [](char c) {
+            return c >= '0' && c <= '9'   ? c - '0'
+                   : c >= 'a' && c <= 'f' ? c - 'a' + 10
+                   : c >= 'A' && c <= 'F' ? c - 'A' + 10
+                                          : -1;
+        };
+        bool good = digits.size() % 2 == 0;
+        for (std::size_t i = 0; good && i < digits.size(); i += 2) {
+            good = digit(digits[i]) >= 0 && digit(digits[i + 1]) >= 0;
+            bytes.push_back(static_cast<std::uint8_t>(digit(digits[i]) * 16 + digit(digits[i + 1])));
+        }
+        gnss::FrameView frame;
+        if (!good || !gnss::ReadFrame(bytes.data(), bytes.size(), frame)) {
+            SendText("ERROR\r\n", now);
+            return;
+        }
+        HandleFrame(frame, now);
+        return;
+    }
+    // The other forms have a frame of the same meaning, whose acknowledgement follows the "OK".
+    if (text == "AT") {
+        SendText("OK\r\n", now);
+        return;
+    }
+    gnss::FrameView frame;
+    std::uint8_t payload[12] = {};
+    if (text == gnss::kAtStop) {
+        frame.id = gnss::CmdStop;
+    } else if (text.substr(0, start.size()) == start) {
+        int numbers = 0;
+        bool good = true;
+        Split(text.substr(start.size()), ',', [&](std::string_view piece) {
+            std::int64_t value = 0;
+            good = good && ParseInteger(piece, value);
+            ++numbers;
+        });
+        if (!good || numbers != 4) {
+            SendText("ERROR\r\n", now);
+            return;
+        }
+        frame.id = gnss::CmdStart;
+        frame.word1 = gnss::kStartWord;
+        frame.payload = payload;
+        frame.payloadLength = sizeof payload;
+    } else {
+        SendText("ERROR\r\n", now);
+        return;
+    }
+    SendText("OK\r\n", now);
+    HandleFrame(frame, now);
+}
+
+void Receiver::HandleFrame(const gnss::FrameView& frame, Millis now)
+{
+    if (m_options.faults.refuse >= 0) {
+        SendAck(frame.id, static_cast<std::uint16_t>(m_options.faults.refuse), now);
+        return;
+    }
+    gnss::AckStatus status = JudgeCommand(frame);
+    if (status == gnss::AckAccepted) {
+        status = CarryOut(frame, now);
+    }
+    SendAck(frame.id, status, now);
+    if (status != gnss::AckAccepted) {
+        return;
+    }
+    if (frame.id == gnss::CmdReadHistory) {
+        SendHistory(now);
+    } else if (m_options.reports != ReportPolicy::None) {
+        const bool mask = frame.id == gnss::CmdConstellations && frame.word1 == gnss::kNmeaMaskWord;
+        const bool setting = frame.word1 == 0 && !(frame.id == gnss::CmdNmea && frame.payloadLength == 1);
+        if (mask || setting) {
+            ReportChange(mask ? static_cast<std::uint16_t>(gnss::CmdNmea) : frame.id, now);
+        }
+    }
+}
+
+gnss::AckStatus Receiver::CarryOut(const gnss::FrameView& frame, Millis now)
+{
+    switch (frame.id) {
+    case gnss::CmdStart:
+        // A second start changes nothing: the receiver is at it already.
+        if (!m_running) {
+            Start(now);
+        }
+        return gnss::AckAccepted;
+    case gnss::CmdStop:
+        Stop();
+        return gnss::AckAccepted;
+    case gnss::CmdInjectHistory: {
+        const std::string_view block(reinterpret_cast<const char*>(frame.payload), frame.payloadLength);
+        if (!UnpackHistory(block, m_engine.Known())) {
+            return gnss::AckBadParameter;
+        }
+        if (m_running) {
+            m_engine.KnowledgeGrew(UtcAt(now), ViewsAt(now));
+        }
+        return gnss::AckAccepted;
+    }
+    case gnss::CmdReadHistory:
+        return gnss::AckAccepted;
+    default:
+        break;
+    }
+    if (frame.id <= gnss::CmdFixPriority) {
+        Configure(frame, now);
+    } else {
+        Assist(frame, now);
+    }
+    return gnss::AckAccepted;
+}
+
+void Receiver::Configure(const gnss::FrameView& frame, Millis now)
+{
+    const std::uint8_t* p = frame.payload;
+    switch (frame.id) {
+    case gnss::CmdConstellations:
+        if (frame.word1 == gnss::kNmeaMaskWord) {
+            m_settings.sentences = p[4];
+        } else if (frame.word1 == gnss::kHotStartWord || frame.word1 == gnss::kColdStartWord) {
+            // The frame says how the next start begins; a receiver that runs starts over at once.
+            if (p[4] == 1) {
+                m_engine.Known().Forget();
+            }
+            if (m_running) {
+                Start(now);
+            }
+        } else {
+            for (std::size_t i = 0; i < kSystems; ++i) {
+                m_settings.systems[i] = p[i] != 0;
+            }
+        }
+        break;
+    case gnss::CmdStartMode:
+        m_settings.coldAtEveryStart = p[0] == 1;
+        break;
+    case gnss::CmdNmea:
+        if (frame.payloadLength == 8) {
+            m_settings.sentences = 0;
+            for (std::size_t i = 0; i < 8; ++i) {
+                m_settings.sentences = static_cast<std::uint8_t>(m_settings.sentences | (p[i] << i));
+            }
+        }
+        break;
+    case gnss::CmdAcqLowPower:
+        m_settings.acquisitionLowPower = p[0] != 0;
+        break;
+    case gnss::CmdTrkLowPower:
+        m_settings.trackingLowPower = p[0] != 0;
+        break;
+    case gnss::CmdAntiJam:
+        m_settings.antiJam = {{p[0], p[1], p[2]}};
+        break;
+    case gnss::CmdUpdateRate:
+        m_settings.rateHz = kRates[p[0]];
+        ScheduleEpoch(now);
+        break;
+    case gnss::CmdPps:
+        m_settings.pps = p[0] == 1;
+        m_settings.ppsWidth = p[1];
+        break;
+    case gnss::CmdReports:
+        m_settings.measurements = p[0] == 1;
+        m_settings.solution = p[1] == 1;
+        break;
+    case gnss::CmdFixPriority:
+        m_settings.priority = p[0];
+        break;
+    default:
+        break;
+    }
+}
+
+void Receiver::Assist(const gnss::FrameView& frame, Millis now)
+{
+    const std::uint8_t* p = frame.payload;
+    const Millis utc = UtcAt(now);
+    Memory& memory = m_engine.Known();
+    const auto injectTime = [&](Millis injected) {
+        if (std::llabs(injected - utc) <= kUsableTimeError) {
+            memory.timeKnown = true;
+        }
+    };
+    const auto injectPosition = [&](const Geodetic& place) {
+        if (RoughDistance(place, TruthAt(now).place) <= kUsablePositionError) {
+            memory.positionKnown = true;
+            memory.position = place;
+        }
+    };
+    const auto injectEphemeris = [&](bool gps) {
+        for (const SatelliteView& view : m_sky.Above(TruthAt(now).place, utc, {{true, true, true, true, true}})) {
+            if ((view.orbit->system == System::Gps) == gps) {
+                memory.ephemerisUntil[view.index] =
+                    std::max(memory.ephemerisUntil[view.index], utc + EphemerisLife(view.orbit->system));
+            }
+        }
+    };
+    switch (frame.id) {
+    case gnss::CmdUtcTime:
+        injectTime(FromFields({gnss::ReadU16(p), p[2], p[3], p[4], p[5], p[6], gnss::ReadU16(p + 8)}));
+        break;
+    case gnss::CmdPgnssTime: {
+        std::uint32_t timeOfWeek = 0;
+        std::memcpy(&timeOfWeek, p + 2, sizeof timeOfWeek);
+        constexpr Millis week = 604800000;
+        constexpr Millis rollover = 1024 * week;
+        const Millis inRollover = gnss::ReadU16(p) * week + timeOfWeek * Millis{1000};
+        // The week number has ten bits: it is meant in the present turn of 1024 weeks.
+        injectTime(kGpsEpoch + (utc - kGpsEpoch) / rollover * rollover + inRollover);
+        break;
+    }
+    case gnss::CmdAgnssGpsTime:
+    case gnss::CmdAgnssTime:
+        memory.timeKnown = true;
+        break;
+    case gnss::CmdAgnssPosition: {
+        std::uint32_t latitude = 0;
+        std::int32_t longitude = 0;
+        std::memcpy(&latitude, p, sizeof latitude);
+        std::memcpy(&longitude, p + 4, sizeof longitude);
+        const double altitude = gnss::ReadU16(p + 12);
+        injectPosition({latitude * kLatitudeUnit / kDegree * (p[14] == 1 ? -1.0 : 1.0),
+                        longitude * kLongitudeUnit / kDegree, altitude * (p[15] == 1 ? -1.0 : 1.0)});
+        break;
+    }
+    case gnss::CmdPgnssPosition: {
+        Geodetic place;
+        std::memcpy(&place.longitude, p, sizeof place.longitude);
+        std::memcpy(&place.latitude, p + 8, sizeof place.latitude);
+        injectPosition(place);
+        break;
+    }
+    case gnss::CmdPgnssGpsEphemeris:
+    case gnss::CmdAgnssGpsEphemeris:
+        injectEphemeris(true);
+        break;
+    case gnss::CmdPgnssEphemeris:
+    case gnss::CmdAgnssEphemeris:
+        injectEphemeris(false);
+        break;
+    default:
+        break;
+    }
+    if (m_running) {
+        m_engine.KnowledgeGrew(utc, ViewsAt(now));
+    }
+}
+
+void Receiver::SendHistory(Millis now)
+{
+    const std::string block = PackHistory(m_engine.Known(), UtcAt(now));
+    const std::size_t parts = (block.size() + kHistoryPart - 1) / kHistoryPart;
+    for (std::size_t part = 0; part < parts; ++part) {
+        const std::string_view piece = std::string_view(block).substr(part * kHistoryPart, kHistoryPart);
+        SendFrame(MakeFrame(gnss::RptHistory, static_cast<std::uint16_t>(part), static_cast<std::uint16_t>(parts),
+                            piece.data(), piece.size()),
+                  now);
+    }
+}
+
+} // namespace vrx

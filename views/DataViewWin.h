@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QWidget>
+
+/// The window of the table of the latest fix.
+class DataViewWin : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit DataViewWin(QWidget* parent);
+
+    /// Takes a record of the codec; `length` in bytes.
+    void OnRecord(const void* buffer, int length);
+
+signals:
+    void CloseSignal();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+};
