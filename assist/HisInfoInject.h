@@ -1,34 +1,52 @@
 #pragma once
 
+#include <QString>
 #include <QWidget>
 
 #include <cstdint>
 
 class QLineEdit;
+class QTimer;
 
-/// The window that saves the receiver's history block and injects it.
+/// Fetches the receiver's history block into a file and writes it back.
 class HisInfoInject : public QWidget {
     Q_OBJECT
 
 public:
     explicit HisInfoInject(QWidget* parent = nullptr);
 
-    /// Takes the history block that the receiver reports; `length` in bytes.
-    void OnHisInfo(const void* buffer, int length);
+    /// Takes the history block that the receiver reports; `length` in bytes. Also one that nobody asked for
+    /// overwrites the file.
+    void OnHisInfo(const void* record, int length);
 
     /// Path of the file that holds the block.
-    QString FilePath() const;
+    QString FilePath() const { return m_filePath; }
 
     /// Puts that path into the file line.
     void ShowFilePath();
 
 signals:
-    void SendMsg(uint8_t* buffer, int len);
+    void SendMsg(uint8_t* buff, int len);
     void CloseSignal();
+
+public slots:
+    void SlotSelectHisInfoFilePath();
+    void SlotSendRptHisInfoCmd();
+    void SlotInjectHisInfo();
+    void SlotRptHisInfoTimeout();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    enum class Step { Done, Failed, Gone };
+
+    void BuildForm();
+    Step InjectUtcTime();
+    Step InjectFile();
+    Step SendAndWait(uint8_t* frame, int length, const QString& name, QString* answer);
+
     QLineEdit* m_pathEdit = nullptr;
+    QString m_filePath;
+    QTimer* m_reportTimer = nullptr;
 };

@@ -1,10 +1,149 @@
-#include "config/CmdConfig.h"
+#include "CmdConfig.h"
+
+#include "ui_CmdConfig.h"
+
+#include "codec/BoundsChecked.h"
+#include "codec/ClassGnss.h"
+#include "codec/Protocol.h"
+#include "main/AckWait.h"
+#include "main/StatusLog.h"
+
+#include "CProductVersion.h"
 
 #include <QCloseEvent>
+#include <QDebug>
+#include <QPointer>
+#include <QStringListModel>
 
-CmdConfig::CmdConfig(QWidget* parent) : QWidget(parent)
+namespace {
+
+constexpr int ackLimitMs = 1500;
+constexpr int constellationPage = 0;
+constexpr int indexBeyondThePages = 11;
+
+} // namespace
+
+CmdConfig::CmdConfig(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::CmdConfig>())
 {
-    setWindowTitle(tr("命令配置"));
+    ui->setupUi(this);
+    FillList();
+    ConnectControls();
+    // Asks for a page that does not exist: the form stays on the sentences, with no row selected.
+    ui->stackedWidget->setCurrentIndex(indexBeyondThePages);
+    ui->page_11_sub->setText(tr("配置NMEA输出语句类型"));
+}
+
+CmdConfig::~CmdConfig() = default;
+
+void CmdConfig::FillList()
+{
+    QStringList rows;
+    if (CProductVersion::GetVersion() == gnss::kReducedProduct) {
+        // The stack is not reduced with the list: rows 2 and 3 open the pages at 2 and 3, which are others than
+        // the names say. It is meant so.
+        rows = QStringList{QStringLiteral("CFG-FIX-GNSS"), QStringLiteral("CFG-START-MODE"),
+                           QStringLiteral("CFG-PPS"), QStringLiteral("CFG-RPT-MSG")};
+    } else {
+        rows = QStringList{QStringLiteral("CFG-FIX-GNSS"),    QStringLiteral("CFG-START-MODE"),
+                           QStringLiteral("CFG-NMEA"),        QStringLiteral("CFG-ACQ-LPW"),
+                           QStringLiteral("CFG-TRK-LPW"),     QStringLiteral("CFG-ANTIJAM"),
+                           QStringLiteral("CFG-UPDATE-RATE"), QStringLiteral("CFG-PPS"),
+                           QStringLiteral("CFG-RPT-MSG"),     QStringLiteral("CFG-FIX-PRIO")};
+    }
+    m_listModel = new QStringListModel(rows, this);
+    ui->listView->setModel(m_listModel);
+}
+
+void CmdConfig::ConnectControls()
+{
+    connect(ui->listView, &QAbstractItemView::clicked, this,
+            [this](const QModelIndex& index) { ui->stackedWidget->setCurrentIndex(index.row()); });
+    connect(ui->send, &QPushButton::clicked, this, &CmdConfig::SlotSendClicked);
+
+    // The radio that goes off signals first and the one that goes on last, so the state follows the checked one.
+    auto enableScan = [this](bool enable) {
+        ui->periodWork->setEnabled(enable);
+        ui->weakScan->setEnabled(enable);
+    };
+    connect(ui->disable_ant, &QRadioButton::toggled, this, [enableScan] { enableScan(false); });
+    connect(ui->enable_ant, &QRadioButton::toggled, this, [enableScan] { enableScan(true); });
+    connect(ui->pps_disable, &QRadioButton::toggled, this, [this] { ui->pps_width->setReadOnly(true); });
+    connect(ui->pps_enable, &QRadioButton::toggled, this, [this] { ui->pps_width->setReadOnly(false); });
+}
+
+ConfigForm CmdConfig::Form() const
+{
+    ConfigForm form;
+    form.gps = ui->gps->isChecked();
+    form.bds = ui->bds->isChecked();
+    form.glo = ui->glo->isChecked();
+    form.gal = ui->gal->isChecked();
+    form.qzss = ui->qzss->isChecked();
+    form.coldStart = ui->ColdStart->isChecked();
+    form.gga = ui->GGA->isChecked();
+    form.rmc = ui->RMC->isChecked();
+    form.gll = ui->GLL->isChecked();
+    form.vtg = ui->VTG->isChecked();
+    form.gsa = ui->GSA->isChecked();
+    form.zda = ui->ZDA->isChecked();
+    form.gsv = ui->GSV->isChecked();
+    form.pn = ui->PN->isChecked();
+    form.acqDisable = ui->acq_disable->isChecked();
+    form.trkDisable = ui->trk_disable->isChecked();
+    form.antDisable = ui->disable_ant->isChecked();
+    form.periodWork = ui->periodWork->isChecked();
+    form.weakScan = ui->weakScan->isChecked();
+    form.rate1Hz = ui->update_rate_1hz->isChecked();
+    form.rate5Hz = ui->update_rate_5hz->isChecked();
+    form.ppsDisable = ui->pps_disable->isChecked();
+    form.ppsWidth = ui->pps_width->value();
+    form.meas = ui->meas->isChecked();
+    form.nav = ui->nav->isChecked();
+    form.prioAuto = ui->prio_auto->isChecked();
+    form.prioTtff = ui->prio_ttff->isChecked();
+    return form;
+}
+
+void CmdConfig::SlotSendClicked()
+{
+    const int index = ui->stackedWidget->currentIndex();
+    if (index < 0 || index >= kConfigPages) {
+        return;
+    }
+    const ConfigPage& page = ConfigPageAt(index);
+    const QByteArray payload = ConfigPayload(index, Form());
+    const auto length = static_cast<std::size_t>(payload.size());
+    const std::unique_ptr<char[]> buffer(new char[length]);
+    if (memcpy_s(buffer.get(), length, payload.constData(), length) != 0) {
+        qDebug().noquote() << page.copyFailureText;
+        return;
+    }
+    uint8_t out[ClassGnss::maxFrameLength];
+    const int frameLength = ClassGnss::GnssEncode(page.commandId, buffer.get(), static_cast<quint32>(length), out,
+                                                  ClassGnss::maxFrameLength);
+    if (frameLength < 0) {
+        return;
+    }
+
+    const QPointer<CmdConfig> guard(this);
+    // The constellations go out before their state is set, the other pages after it.
+    if (index == constellationPage) {
+        emit SendMsg(out, frameLength);
+    }
+    const AckWait wait;
+    if (index != constellationPage) {
+        emit SendMsg(out, frameLength);
+    }
+    const AckResult result =
+        guard.isNull() ? AckResult{AckOutcome::SenderGone, 0, {}} : wait.Run(this, ackLimitMs);
+    if (result.outcome == AckOutcome::SenderGone) {
+        AckWait::Finish();
+        return;
+    }
+    AppendStatus(result.outcome == AckOutcome::Answered ? ConfigPageText(page.label) + result.message
+                                                        : ConfigPageText(page.timeoutText));
+    HighlightStatus();
+    AckWait::Finish();
 }
 
 void CmdConfig::closeEvent(QCloseEvent* event)

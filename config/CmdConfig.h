@@ -1,20 +1,44 @@
 #pragma once
 
+#include "ConfigPayload.h"
+
 #include <QWidget>
 
 #include <cstdint>
+#include <memory>
 
-/// The window of the receiver's configuration items.
+class QModelIndex;
+class QStringListModel;
+
+namespace Ui {
+class CmdConfig;
+}
+
+/// Sets the receiver's ten persistent behaviours, one at a time. Nothing is read back: the form shows its own
+/// last state.
 class CmdConfig : public QWidget {
     Q_OBJECT
 
 public:
     explicit CmdConfig(QWidget* parent);
+    ~CmdConfig() override;
 
 signals:
     void SendMsg(uint8_t* buffer, int len);
     void CloseSignal();
 
+public slots:
+    /// Sends the page that shows and waits for its ACK.
+    void SlotSendClicked();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
+
+private:
+    void FillList();
+    void ConnectControls();
+    ConfigForm Form() const;
+
+    std::unique_ptr<Ui::CmdConfig> ui;
+    QStringListModel* m_listModel = nullptr;
 };

@@ -48,7 +48,7 @@ bool LongitudeComesFirst(const double reference[3], const double position[3])
     return reference[2] == 0.0 && position[2] == 0.0;
 }
 
-}  // namespace
+} // namespace
 
 void GeodeticToEnu(const double reference[3], const double position[3], double enu[3])
 {
@@ -85,4 +85,4 @@ void GeodeticToEnu(const double reference[3], const double position[3], double e
     enu[2] = from.cosLat * outward + from.sinLat * dz;
 }
 
-}  // namespace gnss
+} // namespace gnss

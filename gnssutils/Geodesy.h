@@ -13,4 +13,4 @@ namespace gnss {
 /// Not-a-number or infinity gives not-a-number. A null `enu` does nothing; another null gives zeros.
 void GeodeticToEnu(const double reference[3], const double position[3], double enu[3]);
 
-}  // namespace gnss
+} // namespace gnss

@@ -76,4 +76,4 @@ void RecordSink::OnHistory(const std::uint8_t* block, std::size_t length)
     OnRecord(CB_HIS_INFO, block, length);
 }
 
-}  // namespace gnss
+} // namespace gnss

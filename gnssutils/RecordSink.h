@@ -40,4 +40,4 @@ public:
     virtual void OnHistory(const std::uint8_t* block, std::size_t length);
 };
 
-}  // namespace gnss
+} // namespace gnss

@@ -194,7 +194,7 @@ std::string CapturePlayer::Take(Millis now, std::size_t room)
 
 Millis CapturePlayer::NextEvent(Millis now) const
 {
-    return m_playing && !Finished() && !AsFastAsTaken() ? now + kStep : kNever;
+    return !m_playing || Finished() ? kNever : AsFastAsTaken() ? now : now + kStep;
 }
 
 } // namespace vrx

@@ -16,6 +16,7 @@ namespace vrx {
 namespace {
 
 constexpr std::size_t kMostQueued = 65536;
+constexpr std::size_t kMostReadAtOnce = 65536;
 // While the line is closed its opening is told by a watch on the device; this is for systems that do not.
 constexpr int kClosedPoll = 100;
 
@@ -183,9 +184,11 @@ int PtyLine::LongestPoll() const
 void PtyLine::ReadAll()
 {
     char bytes[4096];
-    for (;;) {
+    // A host that never stops talking must not keep us from everything else.
+    for (std::size_t total = 0; total < kMostReadAtOnce;) {
         const ssize_t count = ::read(m_master, bytes, sizeof bytes);
         if (count > 0) {
+            total += static_cast<std::size_t>(count);
             if (onReceived) {
                 onReceived(std::string_view(bytes, static_cast<std::size_t>(count)));
             }

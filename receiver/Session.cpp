@@ -11,6 +11,7 @@ namespace {
 // Programs that look for ports open and close each one; a capture begins only for somebody who stays.
 constexpr Millis kSettled = 300;
 constexpr std::size_t kCapturePiece = 8192;
+constexpr std::size_t kReserve = 16384;
 
 std::int64_t MonotonicMillis()
 {
@@ -61,6 +62,8 @@ bool Session::Open(std::string& error)
         const Millis now = Now();
         m_transcript.Write(now, '>', bytes);
         m_receiver->Receive(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(), now);
+
+        m_heard = true;
     };
     m_line.onSent = [this](std::string_view bytes) { m_transcript.Write(Now(), '<', bytes); };
     m_powerOn = MonotonicMillis();
@@ -91,12 +94,17 @@ void Session::PlugOrUnplug(Millis now)
     }
 }
 
-void Session::Produce(Millis now)
+void Session::Forward()
 {
-    m_receiver->Advance(now);
     for (std::string& message : m_receiver->TakeOutput()) {
         m_line.Send(std::move(message));
     }
+}
+
+void Session::Produce(Millis now)
+{
+    m_receiver->Advance(now);
+    Forward();
     if (!m_player) {
         return;
     }
@@ -106,23 +114,28 @@ void Session::Produce(Millis now)
         return;
     }
     m_player->Play(now);
-    for (;;) {
-        std::string piece = m_player->Take(now, std::min(m_line.Room(), kCapturePiece));
+    for (std::size_t room = CaptureRoom(); room > 0; room = CaptureRoom()) {
+        std::string piece = m_player->Take(now, room);
         if (piece.empty()) {
             break;
         }
         m_line.Send(std::move(piece));
-        if (m_player->AsFastAsTaken() && m_line.Room() < kCapturePiece) {
-            break;
-        }
     }
+}
+
+std::size_t Session::CaptureRoom() const
+{
+    // Some room stays free for acknowledgements, so that they never push out a piece of the capture.
+    return m_line.Room() > kReserve ? std::min(m_line.Room() - kReserve, kCapturePiece) : 0;
 }
 
 Millis Session::NextEvent(Millis now) const
 {
     Millis next = std::min({m_receiver->NextEvent(), m_unplugAt, m_replugAt, now + m_line.LongestPoll()});
     if (m_player && m_line.InUse()) {
-        next = std::min(next, m_player->NextEvent(now));
+        if (CaptureRoom() > 0) {
+            next = std::min(next, m_player->NextEvent(now));
+        }
         if (now - m_line.InUseSince() < kSettled) {
             next = std::min(next, m_line.InUseSince() + kSettled);
         }
@@ -137,12 +150,10 @@ void Session::Run(const volatile std::sig_atomic_t& stop, const sigset_t& waitMa
         PlugOrUnplug(now);
         Produce(now);
         m_line.Service(now);
-        // What a command brought about goes out with the same turn.
-        Produce(now);
-        m_line.Service(now);
-
         now = Now();
-        const Millis wait = std::clamp<Millis>(NextEvent(now) - now, 0, 60000);
+        // A command may have started or stopped something.
+        const Millis wait = m_heard ? 0 : std::clamp<Millis>(NextEvent(now) - now, 0, 60000);
+        m_heard = false;
         timespec timeout{static_cast<std::time_t>(wait / 1000), static_cast<long>(wait % 1000 * 1000000)};
         pollfd entries[2];
         const std::size_t count = m_line.FillPoll(entries);

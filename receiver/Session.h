@@ -25,8 +25,10 @@ public:
 private:
     Millis Now() const;
     void PlugOrUnplug(Millis now);
+    void Forward();
     void Produce(Millis now);
     Millis NextEvent(Millis now) const;
+    std::size_t CaptureRoom() const;
 
     Options m_options;
     PtyLine m_line;
@@ -34,6 +36,7 @@ private:
     std::unique_ptr<Receiver> m_receiver;
     std::unique_ptr<CapturePlayer> m_player;
     std::int64_t m_powerOn = 0;
+    bool m_heard = false;
     Millis m_unplugAt;
     Millis m_replugAt;
 };

@@ -27,7 +27,7 @@ QString ShownSentence(const char* sentence, std::size_t length)
 
 NMEAViewWin::NMEAViewWin(QWidget* parent) : LogTextView("nmea", nullptr, parent)
 {
-    setWindowTitle(tr("NMEA"));
+    setWindowTitle("NMEA");
     filterBtn = AddButton("filterBtn", "filter.png", tr("过滤"), true);
     filterEdit = new QLineEdit(this);
     filterEdit->setObjectName("filterEdit");

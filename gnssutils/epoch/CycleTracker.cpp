@@ -4,19 +4,11 @@ namespace gnss {
 
 namespace {
 
-constexpr SentenceSignature kGroupBegins = 1;
-constexpr SentenceSignature kGroupEnds = 2;
-constexpr SentenceSignature kIsGsv = static_cast<SentenceSignature>(SentenceType::Gsv) << 8;
-constexpr SentenceSignature kTypeMask = 0xF00;
+constexpr SentenceSignature kGroupEnds = 1;
 
 constexpr int kMissesUntilRelearned = 2;
 
-bool BeginsGroup(SentenceSignature signature)
-{
-    return (signature & kTypeMask) == kIsGsv && (signature & kGroupBegins) != 0;
-}
-
-}  // namespace
+} // namespace
 
 SentenceSignature MakeSignature(const SentenceHead& head)
 {
@@ -28,7 +20,7 @@ SentenceSignature MakeSignature(const SentenceHead& head)
 SentenceSignature MakeGsvSignature(const SentenceHead& head, const GsvSentence& gsv)
 {
     return MakeSignature(head) | static_cast<SentenceSignature>(gsv.signalId & 0xF) << 4 |
-           (gsv.number <= 1 ? kGroupBegins : 0) | (gsv.number >= gsv.total ? kGroupEnds : 0);
+           (gsv.number >= gsv.total ? kGroupEnds : 0);
 }
 
 void CycleTracker::Reset()
@@ -36,9 +28,9 @@ void CycleTracker::Reset()
     *this = CycleTracker();
 }
 
-bool CycleTracker::Enter(SentenceSignature signature, bool timed, std::int64_t key)
+bool CycleTracker::Enter(SentenceSignature signature, bool timed, std::int64_t key, bool beginsGroup)
 {
-    const bool begins = BeginsCycle(signature, timed, key);
+    const bool begins = BeginsCycle(signature, timed, key, beginsGroup);
     if (begins) {
         Learn();
         m_seenCount = 0;
@@ -55,11 +47,12 @@ bool CycleTracker::Enter(SentenceSignature signature, bool timed, std::int64_t k
     } else {
         m_overlong = true;
     }
-    if (BeginsGroup(signature)) {
+    if (beginsGroup) {
+        const SentenceSignature group = signature & ~kGroupEnds;
         if (m_firstGroup == 0) {
-            m_firstGroup = signature;
+            m_firstGroup = group;
         }
-        m_firstGroupCount += signature == m_firstGroup ? 1 : 0;
+        m_firstGroupCount += group == m_firstGroup ? 1 : 0;
     }
     if (timed && m_anchor == 0) {
         AdoptAnchor(signature, key);
@@ -74,15 +67,15 @@ bool CycleTracker::Enter(SentenceSignature signature, bool timed, std::int64_t k
     return begins;
 }
 
-bool CycleTracker::BeginsCycle(SentenceSignature signature, bool timed, std::int64_t key)
+bool CycleTracker::BeginsCycle(SentenceSignature signature, bool timed, std::int64_t key, bool beginsGroup) const
 {
     if (timed) {
-        return m_anchor != 0 &&
-               (signature == m_anchor || (key != kNoTime && m_key != kNoTime && key != m_key));
+        return m_anchor != 0 && (signature == m_anchor || (key != kNoTime && m_key != kNoTime && key != m_key));
     }
     // Satellite lists alone: the first group coming again begins a cycle. Beside timed sentences a group may
     // come twice in a cycle, for two signals.
-    return BeginsGroup(signature) && signature == m_firstGroup && m_firstGroupCount >= (m_anchor == 0 ? 1 : 2);
+    return beginsGroup && (signature & ~kGroupEnds) == m_firstGroup &&
+           m_firstGroupCount >= (m_anchor == 0 ? 1 : 2);
 }
 
 void CycleTracker::AdoptAnchor(SentenceSignature signature, std::int64_t key)
@@ -130,4 +123,4 @@ void CycleTracker::Learn()
     m_nextHabit = (m_nextHabit + 1) % kHabits;
 }
 
-}  // namespace gnss
+} // namespace gnss

@@ -8,7 +8,7 @@
 namespace gnss {
 
 /// What makes two sentences the same step of a receiver's cycle: talker, type and, for GSV, the signal and
-/// the place in its group.
+/// whether it is the last of its group.
 using SentenceSignature = std::uint32_t;
 
 SentenceSignature MakeSignature(const SentenceHead& head);
@@ -25,9 +25,10 @@ class CycleTracker {
 public:
     void Reset();
 
-    /// Takes the next sentence. `timed` = of a type that bears a time; `key` = that time or kNoTime.
+    /// Takes the next sentence. `timed` = of a type that bears a time; `key` = that time or kNoTime;
+    /// `beginsGroup` = the first sentence of a satellite list.
     /// True when it begins a new cycle, so that the one before is over.
-    bool Enter(SentenceSignature signature, bool timed, std::int64_t key);
+    bool Enter(SentenceSignature signature, bool timed, std::int64_t key, bool beginsGroup);
 
     /// True when the sentence that was entered last completes the cycle.
     bool AtEnd() const { return m_atEnd; }
@@ -41,7 +42,7 @@ public:
 private:
     struct End {
         SentenceSignature signature = 0;
-        int occurrence = 0;  ///< it is the n-th of its kind in the cycle
+        int occurrence = 0; ///< it is the n-th of its kind in the cycle
 
         bool operator==(const End& other) const
         {
@@ -54,7 +55,7 @@ private:
         int misses = 0;
     };
 
-    bool BeginsCycle(SentenceSignature signature, bool timed, std::int64_t key);
+    bool BeginsCycle(SentenceSignature signature, bool timed, std::int64_t key, bool beginsGroup) const;
     void Learn();
     int CountSeen(SentenceSignature signature) const;
     void AdoptAnchor(SentenceSignature signature, std::int64_t key);
@@ -67,7 +68,7 @@ private:
     SentenceSignature m_seen[kMaxCycle];
     std::size_t m_seenCount = 0;
     bool m_overlong = false;
-    SentenceSignature m_anchor = 0;  ///< the first timed sentence of the cycle; 0 = none yet
+    SentenceSignature m_anchor = 0; ///< the first timed sentence of the cycle; 0 = none yet
     SentenceSignature m_firstGroup = 0;
     int m_firstGroupCount = 0;
     std::int64_t m_key = kNoTime;
@@ -76,4 +77,4 @@ private:
     bool m_atEnd = false;
 };
 
-}  // namespace gnss
+} // namespace gnss

@@ -29,7 +29,7 @@ int RankOf(SentenceType type)
     }
 }
 
-}  // namespace
+} // namespace
 
 void EpochBuilder::Reset()
 {
@@ -72,9 +72,9 @@ void EpochBuilder::BeginEpoch()
 
 void EpochBuilder::Finish()
 {
-    if (!m_emitted) {
-        Emit();
-    }
+    // After its position has gone out a cycle may have had satellite lists that wait for the next one.
+    m_hasPosition = m_hasPosition && !m_emitted;
+    Emit();
     m_cycle.Reset();
     BeginEpoch();
 }
@@ -131,9 +131,9 @@ void EpochBuilder::Take(const char* text, std::size_t length)
     }
 }
 
-void EpochBuilder::EnterCycle(SentenceSignature signature, bool timed, std::int64_t key)
+void EpochBuilder::EnterCycle(SentenceSignature signature, bool timed, std::int64_t key, bool beginsGroup)
 {
-    if (m_cycle.Enter(signature, timed, key)) {
+    if (m_cycle.Enter(signature, timed, key, beginsGroup)) {
         if (!m_emitted) {
             Emit();
         }
@@ -305,8 +305,7 @@ void EpochBuilder::TakeGsa(const SentenceHead& head)
         block.vdop = sentence.vdop;
         for (int i = 0; i < sentence.count; ++i) {
             const GsaSentence::Used& used = sentence.used[i];
-            const std::uint8_t prn =
-                used.number <= 255 ? static_cast<std::uint8_t>(used.number) : used.id.svid;
+            const std::uint8_t prn = used.number <= 255 ? static_cast<std::uint8_t>(used.number) : used.id.svid;
             const std::uint8_t* last = block.prn + block.validPrnNum;
             if (block.validPrnNum < kGsaPrns && std::find<const std::uint8_t*>(block.prn, last, prn) == last) {
                 block.prn[block.validPrnNum++] = prn;
@@ -318,7 +317,7 @@ void EpochBuilder::TakeGsa(const SentenceHead& head)
 
 void EpochBuilder::TakeGsv(const SentenceHead& head, const GsvSentence& gsv)
 {
-    EnterCycle(MakeGsvSignature(head, gsv), false, kNoTime);
+    EnterCycle(MakeGsvSignature(head, gsv), false, kNoTime, gsv.number <= 1);
     if (!m_gsvSeen) {
         m_gsvSeen = true;
         m_current = 1 - m_current;
@@ -375,9 +374,9 @@ void EpochBuilder::EmitPosition(RecordSink& sink)
     const bool valid = m_valid.rank > 0;
     const Candidate& chosen = valid ? m_valid : m_invalid;
     m_emittedValid = valid;
-    if (valid && m_time.Known() && m_time.key == m_lastFixKey &&
-        chosen.position.latitude == m_lastFixLatitude && chosen.position.longitude == m_lastFixLongitude) {
-        return;  // the fix that went out before, told once more
+    if (valid && m_time.Known() && m_time.key == m_lastFixKey && chosen.position.latitude == m_lastFixLatitude &&
+        chosen.position.longitude == m_lastFixLongitude) {
+        return; // the fix that went out before, told once more
     }
     if (!valid && m_time.Known() && m_time.key == m_lastFixKey) {
         return;
@@ -390,9 +389,8 @@ void EpochBuilder::EmitPosition(RecordSink& sink)
     }
     fix.altitude = m_altitude;
     if (m_time.Known()) {
-        const CivilDate date = m_date.Known() && (m_dateTrusted || !valid)
-                                   ? m_date
-                                   : m_calendar.DateAt(m_time.SecondOfDay());
+        const CivilDate date =
+            m_date.Known() && (m_dateTrusted || !valid) ? m_date : m_calendar.DateAt(m_time.SecondOfDay());
         fix.year = static_cast<std::uint32_t>(date.year);
         fix.month = static_cast<std::uint32_t>(date.month);
         fix.day = static_cast<std::uint32_t>(date.day);
@@ -500,4 +498,4 @@ void EpochBuilder::EmitMessages(RecordSink& sink)
     m_messages = 0;
 }
 
-}  // namespace gnss
+} // namespace gnss

@@ -42,7 +42,7 @@ public:
 private:
     /// The best of the cycle's sentences that bear a position.
     struct Candidate {
-        int rank = 0;  ///< 0 = none
+        int rank = 0; ///< 0 = none
         SentencePosition position;
         std::uint8_t fixMode = FixInvalid;
     };
@@ -52,7 +52,7 @@ private:
     void TakeVtg(const SentenceHead& head);
     void TakeGsa(const SentenceHead& head);
     void TakeGsv(const SentenceHead& head, const GsvSentence& gsv);
-    void EnterCycle(SentenceSignature signature, bool timed, std::int64_t key);
+    void EnterCycle(SentenceSignature signature, bool timed, std::int64_t key, bool beginsGroup = false);
     void LeaveSentence();
     void BeginEpoch();
     void Emit();
@@ -67,11 +67,11 @@ private:
     UtcCalendar m_calendar;
 
     // The cycle at hand
-    bool m_emitted = false;       ///< its records are out
-    bool m_emittedValid = false;  ///< and held a valid fix
-    bool m_ignore = false;        ///< left over from before a start
-    unsigned m_messages = 0;      ///< bit per MessageType that the cycle has
-    bool m_hasPosition = false;   ///< a sentence that bears a position has come
+    bool m_emitted = false;      ///< its records are out
+    bool m_emittedValid = false; ///< and held a valid fix
+    bool m_ignore = false;       ///< left over from before a start
+    unsigned m_messages = 0;     ///< bit per MessageType that the cycle has
+    bool m_hasPosition = false;  ///< a sentence that bears a position has come
     UtcTime m_time;
     CivilDate m_date;
     bool m_dateTrusted = false;
@@ -99,7 +99,7 @@ private:
     double m_lastFixLongitude = 0;
     UsedSatellites m_used;
     SatelliteList m_lists[2];
-    int m_current = 0;  ///< which of the two lists is this cycle's; the other is the one before
+    int m_current = 0; ///< which of the two lists is this cycle's; the other is the one before
 
     SatelliteList m_joined;
 
@@ -112,4 +112,4 @@ private:
     MsgGsa m_gsa{};
 };
 
-}  // namespace gnss
+} // namespace gnss

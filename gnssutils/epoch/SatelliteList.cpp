@@ -101,8 +101,9 @@ void SatelliteList::Fill(Cn0Record& record, const UsedSatellites& used) const
         }
         if (count == before) {
             // Seen and not tracked: one entry, whatever the number of its signals.
-            const std::uint8_t signalId = satellite.firstSignal != kNone ? m_signals[satellite.firstSignal].signalId
-                                                                         : DefaultSignal(satellite.id.system);
+            const std::uint8_t signalId = satellite.firstSignal != kNone
+                                              ? m_signals[satellite.firstSignal].signalId
+                                              : DefaultSignal(satellite.id.system);
             record.entry[count++] = {letter, satellite.id.svid, 0, inUse,
                                      CarrierFrequency(satellite.id.system, signalId)};
         }
@@ -110,12 +111,25 @@ void SatelliteList::Fill(Cn0Record& record, const UsedSatellites& used) const
     record.count = static_cast<std::uint8_t>(count);
 }
 
+/// A receiver that sees nothing may list satellites in the north one and all: that is no direction.
+bool SatelliteList::HasDirections() const
+{
+    std::size_t directions = 0;
+    bool turned = false;
+    for (std::size_t i = 0; i < m_satelliteCount; ++i) {
+        directions += m_satellites[i].hasDirection ? 1 : 0;
+        turned = turned || m_satellites[i].azimuth != 0;
+    }
+    return turned || directions == 1;
+}
+
 void SatelliteList::Fill(SatPosRecord& record, const UsedSatellites& used) const
 {
     std::size_t count = 0;
+    const bool hasDirections = HasDirections();
     for (std::size_t i = 0; i < m_satelliteCount; ++i) {
         const Satellite& satellite = m_satellites[i];
-        if (!satellite.hasDirection) {
+        if (!satellite.hasDirection || !hasDirections) {
             continue;
         }
         std::uint8_t cn0 = 0;
@@ -160,4 +174,4 @@ void SatelliteList::Fill(KpiCn0Record& record, const UsedSatellites& used) const
     record.entry[count] = {};
 }
 
-}  // namespace gnss
+} // namespace gnss

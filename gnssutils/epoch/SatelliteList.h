@@ -37,12 +37,12 @@ public:
         bool hasDirection;
         std::uint8_t elevation;
         std::uint16_t azimuth;
-        std::uint8_t firstSignal;  ///< index, or kNone
+        std::uint8_t firstSignal; ///< index, or kNone
     };
     struct Signal {
         std::uint8_t signalId;
         std::uint8_t cn0;
-        std::uint8_t next;  ///< index of the satellite's next signal, or kNone
+        std::uint8_t next; ///< index of the satellite's next signal, or kNone
     };
 
     SatelliteList() { Clear(); }
@@ -62,15 +62,16 @@ public:
     void Fill(KpiCn0Record& record, const UsedSatellites& used) const;
 
 private:
+    bool HasDirections() const;
     Satellite* Find(const SatelliteId& id);
     void AddSignal(Satellite& satellite, std::uint8_t signalId, std::uint8_t cn0);
 
-    unsigned m_systems = 0;  ///< bit per constellation that had a list, also an empty one
+    unsigned m_systems = 0; ///< bit per constellation that had a list, also an empty one
     std::size_t m_satelliteCount = 0;
     std::size_t m_signalCount = 0;
-    std::uint8_t m_index[kSystems][256];  ///< satellite by number, kNone = not there
+    std::uint8_t m_index[kSystems][256]; ///< satellite by number, kNone = not there
     Satellite m_satellites[kMaxSatellites];
     Signal m_signals[kMaxSignals];
 };
 
-}  // namespace gnss
+} // namespace gnss

@@ -29,4 +29,4 @@ private:
     int m_secondOfDay = 0;
 };
 
-}  // namespace gnss
+} // namespace gnss

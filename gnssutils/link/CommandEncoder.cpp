@@ -32,7 +32,8 @@ SentCommand Describe(std::uint16_t id, std::uint16_t word1, std::size_t payloadL
     command.package.direction = 1;
     command.package.subType = id;
     command.package.length = static_cast<std::uint16_t>(payloadLength);
-    command.start = id == CmdStart || (id == CmdConstellations && (word1 == kHotStartWord || word1 == kColdStartWord));
+    command.start =
+        id == CmdStart || (id == CmdConstellations && (word1 == kHotStartWord || word1 == kColdStartWord));
     return command;
 }
 
@@ -52,10 +53,9 @@ SentCommand DescribeHex(const std::uint8_t* digits, std::size_t count)
     return Describe(ReadU16(header + 4), ReadU16(header + 6), ReadU16(header + 10));
 }
 
-}  // namespace
+} // namespace
 
-int EncodeCommand(std::uint32_t id, const void* payload, std::size_t payloadLength, void* out,
-                  std::size_t outSize)
+int EncodeCommand(std::uint32_t id, const void* payload, std::size_t payloadLength, void* out, std::size_t outSize)
 {
     if (out == nullptr || (payload == nullptr && payloadLength > 0)) {
         return -1;
@@ -71,8 +71,8 @@ int EncodeCommand(std::uint32_t id, const void* payload, std::size_t payloadLeng
     if (form == nullptr || payloadLength > kMaxFramePayload) {
         return -1;
     }
-    const std::size_t length = WriteFrame(static_cast<std::uint8_t*>(out), outSize, form->id, 0, form->word2,
-                                          payload, payloadLength);
+    const std::size_t length =
+        WriteFrame(static_cast<std::uint8_t*>(out), outSize, form->id, 0, form->word2, payload, payloadLength);
     return length == 0 ? -1 : static_cast<int>(length);
 }
 
@@ -108,4 +108,4 @@ SentCommand ReadSentCommand(const std::uint8_t*& data, std::size_t& length)
     return command;
 }
 
-}  // namespace gnss
+} // namespace gnss

@@ -18,11 +18,11 @@ int EncodeCommand(std::uint32_t id, const void* payload, std::size_t payloadLeng
 struct SentCommand {
     bool found = false;
     PackageRecord package{};
-    bool start = false;  ///< a start, hot start or cold start
+    bool start = false; ///< a start, hot start or cold start
 };
 
 /// Reads the command at the front of `data` and moves `data` and `length` behind it: a frame, a frame in AT
 /// form, or the AT start or stop text. `found` is false when what is there is none of these.
 SentCommand ReadSentCommand(const std::uint8_t*& data, std::size_t& length);
 
-}  // namespace gnss
+} // namespace gnss

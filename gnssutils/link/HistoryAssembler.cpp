@@ -44,4 +44,4 @@ HistoryAssembler::Result HistoryAssembler::Take(const FrameView& frame)
     return Result::Complete;
 }
 
-}  // namespace gnss
+} // namespace gnss

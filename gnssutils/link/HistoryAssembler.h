@@ -8,9 +8,9 @@ namespace gnss {
 class HistoryAssembler {
 public:
     enum class Result {
-        Incomplete,  ///< more parts are to come
-        Complete,    ///< Block() holds the whole
-        Refused,     ///< out of order, or larger than a history block may be; the parts so far are dropped
+        Incomplete, ///< more parts are to come
+        Complete,   ///< Block() holds the whole
+        Refused,    ///< out of order, or larger than a history block may be; the parts so far are dropped
     };
 
     void Reset();
@@ -27,4 +27,4 @@ private:
     std::uint8_t m_block[kMaxHistoryBlock];
 };
 
-}  // namespace gnss
+} // namespace gnss

@@ -45,30 +45,59 @@ int HexDigit(std::uint8_t c)
 
 struct BodyScan {
     std::uint8_t checksum = 0;
-    bool special = false;  ///< a byte that needs the byte-wise road
+    bool special = false; ///< a byte that needs the byte-wise road
     bool plus = false;
     bool star = false;
 };
 
-/// One pass without branches, so that the compiler can do many bytes at a time.
+/// Sixteen bytes at a time; gcc and clang make vector instructions of it on every machine that has them.
+using Bytes16 = std::uint8_t __attribute__((vector_size(16)));
+
+struct BodyScanner {
+    Bytes16 sum{};
+    Bytes16 special{};
+    Bytes16 plus{};
+    Bytes16 star{};
+
+    void Take(const Bytes16& bytes)
+    {
+        sum ^= bytes;
+        special |= static_cast<Bytes16>(bytes < 0x20) | static_cast<Bytes16>(bytes == '$') |
+                   static_cast<Bytes16>((bytes | 1) == 0x7F);
+        plus |= static_cast<Bytes16>(bytes == '+');
+        star |= static_cast<Bytes16>(bytes == '*');
+    }
+    static std::uint64_t Halves(const Bytes16& bytes, bool folded)
+    {
+        std::uint64_t half[2];
+        std::memcpy(half, &bytes, sizeof half);
+        return folded ? half[0] ^ half[1] : half[0] | half[1];
+    }
+};
+
 BodyScan ScanBody(const std::uint8_t* p, std::size_t length)
 {
-    std::uint8_t sum = 0;
-    std::uint8_t special = 0;
-    std::uint8_t plus = 0;
-    std::uint8_t star = 0;
-    for (std::size_t i = 0; i < length; ++i) {
-        const std::uint8_t c = p[i];
-        sum = static_cast<std::uint8_t>(sum ^ c);
-        special = static_cast<std::uint8_t>(special | (c < 0x20 ? 1 : 0) | (c == '$' ? 1 : 0) |
-                                            (static_cast<std::uint8_t>(c - 0x7E) < 2 ? 1 : 0));
-        plus = static_cast<std::uint8_t>(plus | (c == '+' ? 1 : 0));
-        star = static_cast<std::uint8_t>(star | (c == '*' ? 1 : 0));
+    BodyScanner scanner;
+    Bytes16 bytes;
+    for (; length >= sizeof bytes; length -= sizeof bytes, p += sizeof bytes) {
+        std::memcpy(&bytes, p, sizeof bytes);
+        scanner.Take(bytes);
     }
-    return {sum, special != 0, plus != 0, star != 0};
+    // The rest is filled up with a letter, whose share is taken out of the checksum again.
+    constexpr std::uint8_t filler = 'A';
+    std::memset(&bytes, filler, sizeof bytes);
+    std::memcpy(&bytes, p, length);
+    scanner.Take(bytes);
+    std::uint64_t sum = BodyScanner::Halves(scanner.sum, true);
+    sum ^= sum >> 32;
+    sum ^= sum >> 16;
+    sum ^= sum >> 8;
+    const std::uint8_t share = (sizeof bytes - length) % 2 == 0 ? 0 : filler;
+    return {static_cast<std::uint8_t>(sum ^ share), BodyScanner::Halves(scanner.special, false) != 0,
+            BodyScanner::Halves(scanner.plus, false) != 0, BodyScanner::Halves(scanner.star, false) != 0};
 }
 
-}  // namespace
+} // namespace
 
 void LinkParser::Reset()
 {
@@ -271,22 +300,23 @@ void LinkParser::CompleteSentence()
     Judge(m_text, length, total);
 }
 
+/// The first '*' ends the body. A right checksum counts only at the end of the line: what follows another
+/// belongs to a sentence whose beginning was lost.
 void LinkParser::Judge(const char* text, std::size_t length, std::size_t total)
 {
     const Byte* p = reinterpret_cast<const Byte*>(text);
-    if (length <= 4 || text[length - 3] != '*' || HexDigit(p[length - 2]) < 0 || HexDigit(p[length - 1]) < 0) {
+    const Byte* star = static_cast<const Byte*>(std::memchr(p, '*', length));
+    const std::size_t body = star != nullptr ? static_cast<std::size_t>(star - p) : length;
+    if (body < 2 || length - body < 3 || HexDigit(star[1]) < 0 || HexDigit(star[2]) < 0) {
         m_counters.droppedBytes += length;
-        return;
-    }
-    const BodyScan scan = ScanBody(p + 1, length - 4);
-    if (scan.star) {
-        m_counters.droppedBytes += length;
-    } else if (scan.checksum == HexDigit(p[length - 2]) * 16 + HexDigit(p[length - 1])) {
-        ++m_counters.sentences;
-        m_listener.OnSentence(text, length, total);
-    } else {
+    } else if (ScanBody(p + 1, body - 1).checksum != HexDigit(star[1]) * 16 + HexDigit(star[2])) {
         ++m_counters.checksumErrors;
         m_listener.OnBadChecksum(text, length);
+    } else if (length - body > 3) {
+        m_counters.droppedBytes += length;
+    } else {
+        ++m_counters.sentences;
+        m_listener.OnSentence(text, length, total);
     }
 }
 
@@ -364,4 +394,4 @@ const LinkParser::Byte* LinkParser::BeginFrame(const Byte* p, const Byte* end)
     return p + 1;
 }
 
-}  // namespace gnss
+} // namespace gnss

@@ -23,10 +23,10 @@ protected:
 
 struct LinkCounters {
     std::uint64_t bytes = 0;
-    std::uint64_t sentences = 0;       ///< right checksum and a line end
-    std::uint64_t checksumErrors = 0;  ///< wrong checksum and a line end
-    std::uint64_t frames = 0;          ///< binary and AT form together
-    std::uint64_t droppedBytes = 0;    ///< bytes of neither sentence nor frame; line ends do not count
+    std::uint64_t sentences = 0;      ///< right checksum and a line end
+    std::uint64_t checksumErrors = 0; ///< wrong checksum and a line end
+    std::uint64_t frames = 0;         ///< binary and AT form together
+    std::uint64_t droppedBytes = 0;   ///< bytes of neither sentence nor frame; line ends do not count
 };
 
 /// Cuts a byte stream into sentences and frames.
@@ -65,10 +65,10 @@ private:
 
     LinkListener& m_listener;
     LinkCounters m_counters;
-    std::size_t m_textLength = 0;  ///< sentence so far, 0 outside a sentence
-    std::size_t m_lineEnd = 0;     ///< CRs at the end of it
-    std::size_t m_heldLength = 0;  ///< bytes of a frame that is not complete yet
-    std::size_t m_atMatched = 0;   ///< bytes of kAtHexReport seen
+    std::size_t m_textLength = 0; ///< sentence so far, 0 outside a sentence
+    std::size_t m_lineEnd = 0;    ///< CRs at the end of it
+    std::size_t m_heldLength = 0; ///< bytes of a frame that is not complete yet
+    std::size_t m_atMatched = 0;  ///< bytes of kAtHexReport seen
     bool m_atDigits = false;
     std::size_t m_atNibbles = 0;
     char m_text[kMaxSentence + 4];
@@ -76,4 +76,4 @@ private:
     Byte m_atFrame[kMaxFrameLength];
 };
 
-}  // namespace gnss
+} // namespace gnss

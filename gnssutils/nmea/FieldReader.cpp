@@ -9,24 +9,11 @@ constexpr int kMaxDigits = 15;
 constexpr double kPowersOfTen[kMaxDigits + 1] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                  1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
-bool IsDigit(char c)
-{
-    return static_cast<unsigned char>(c - '0') < 10;
-}
-
-}  // namespace
+} // namespace
 
 double Decimal::Value() const
 {
     return static_cast<double>(mantissa) / kPowersOfTen[decimals];
-}
-
-void FieldReader::Skip()
-{
-    while (m_next < m_end && *m_next != ',') {
-        ++m_next;
-    }
-    ++m_next;
 }
 
 void FieldReader::Skip(int count)
@@ -34,15 +21,6 @@ void FieldReader::Skip(int count)
     for (int i = 0; i < count && HasField(); ++i) {
         Skip();
     }
-}
-
-char FieldReader::Letter()
-{
-    const char letter = m_next < m_end && *m_next != ',' ? *m_next : '\0';
-    if (HasField()) {
-        Skip();
-    }
-    return letter;
 }
 
 const char* FieldReader::Text(std::size_t& length)
@@ -107,46 +85,6 @@ Decimal FieldReader::Number()
     return number;
 }
 
-int FieldReader::Integer(bool& present)
-{
-    present = false;
-    if (!HasField()) {
-        return 0;
-    }
-    const char* p = m_next;
-    const bool negative = p < m_end && *p == '-';
-    if (p < m_end && (*p == '-' || *p == '+')) {
-        ++p;
-    }
-    int value = 0;
-    int digits = 0;
-    for (; p < m_end && IsDigit(*p); ++p) {
-        value = digits < 9 ? value * 10 + (*p - '0') : value;
-        ++digits;
-    }
-    bool good = digits > 0 && digits <= 9;
-    if (p < m_end && *p == '.') {
-        ++p;
-        while (p < m_end && IsDigit(*p)) {
-            ++p;
-        }
-    }
-    good = good && (p >= m_end || *p == ',');
-    m_next = p;
-    Skip();
-    present = good;
-    if (!good) {
-        return 0;
-    }
-    return negative ? -value : value;
-}
-
-int FieldReader::Integer()
-{
-    bool present = false;
-    return Integer(present);
-}
-
 int FieldReader::Count() const
 {
     if (!HasField()) {
@@ -159,4 +97,4 @@ int FieldReader::Count() const
     return count;
 }
 
-}  // namespace gnss
+} // namespace gnss

@@ -78,7 +78,7 @@ SatelliteId IdentifyShifted(int number)
     return {};
 }
 
-}  // namespace
+} // namespace
 
 TalkerSystem SystemOfTalker(char first, char second)
 {
@@ -111,7 +111,7 @@ TalkerSystem SystemOfTalker(char first, char second)
 
 TalkerSystem SystemOfId(int systemId)
 {
-    constexpr TalkerSystem systems[] = {TalkerSystem::Gps,  TalkerSystem::Glonass, TalkerSystem::Galileo,
+    constexpr TalkerSystem systems[] = {TalkerSystem::Gps,    TalkerSystem::Glonass, TalkerSystem::Galileo,
                                         TalkerSystem::Beidou, TalkerSystem::Qzss,    TalkerSystem::Navic};
     return Within(systemId, 1, 6) ? systems[systemId - 1] : TalkerSystem::Mixed;
 }
@@ -184,4 +184,4 @@ bool IsFirstBand(System system, std::uint8_t signalId)
     return frequency > 1500 && frequency < 1700;
 }
 
-}  // namespace gnss
+} // namespace gnss

@@ -16,7 +16,7 @@ constexpr int kMessageBlockOf[kSystems] = {0, 3, 2, 1, 4, -1, 0};
 
 struct SatelliteId {
     System system = System::Gps;
-    std::uint8_t svid = 0;  ///< number inside the constellation; for SBAS the PRN, 120 and up; 0 = none
+    std::uint8_t svid = 0; ///< number inside the constellation; for SBAS the PRN, 120 and up; 0 = none
 };
 
 /// Talkers as they matter to satellite numbers.
@@ -43,4 +43,4 @@ float CarrierFrequency(System system, std::uint8_t signalId);
 /// True for the signals around 1.57 and 1.6 GHz.
 bool IsFirstBand(System system, std::uint8_t signalId);
 
-}  // namespace gnss
+} // namespace gnss

@@ -205,7 +205,7 @@ CivilDate ReadShortDate(FieldReader& fields, std::uint32_t& raw)
     return MakeDate(year + (year < 80 ? 2000 : 1900), value / 100 % 100, value / 10000);
 }
 
-}  // namespace
+} // namespace
 
 SentenceHead ReadHead(const char* text, std::size_t length)
 {
@@ -368,8 +368,8 @@ VtgSentence ReadVtg(FieldReader fields, MsgVtg& record)
         return {};
     }
     result.hasSpeed = knots.present || kilometres.present;
-    result.metresPerSecond = static_cast<float>(knots.present ? knots.Value() * kMetresPerSecondPerKnot
-                                                              : kilometres.Value() / 3.6);
+    result.metresPerSecond =
+        static_cast<float>(knots.present ? knots.Value() * kMetresPerSecondPerKnot : kilometres.Value() / 3.6);
     return result;
 }
 
@@ -464,4 +464,4 @@ bool ReadHeading(SentenceType type, FieldReader fields, float& heading)
     return present && (type == SentenceType::Hdt || letter != 'V');
 }
 
-}  // namespace gnss
+} // namespace gnss

@@ -16,8 +16,8 @@ enum class SentenceType : std::uint8_t { Other, Gga, Rmc, Gll, Gns, Vtg, Zda, Gs
 struct SentenceHead {
     SentenceType type = SentenceType::Other;
     char talker[2] = {0, 0};
-    const char* fields = nullptr;  ///< first byte of the first field
-    const char* end = nullptr;     ///< the '*'
+    const char* fields = nullptr; ///< first byte of the first field
+    const char* end = nullptr;    ///< the '*'
 };
 
 /// Reads the address of a checked sentence of `length` bytes from '$' to the checksum's last digit.
@@ -27,18 +27,18 @@ constexpr std::int64_t kNoTime = -1;
 
 /// UTC time of day. Second 60 is a leap second and stays one.
 struct UtcTime {
-    std::int64_t key = kNoTime;  ///< the same for the same time and ascending within a day
+    std::int64_t key = kNoTime; ///< the same for the same time and ascending within a day
     int hour = 0;
     int minute = 0;
     double second = 0;
-    double raw = 0;  ///< hhmmss.sss as a number
+    double raw = 0; ///< hhmmss.sss as a number
 
     bool Known() const { return key != kNoTime; }
     int SecondOfDay() const { return hour * 3600 + minute * 60 + static_cast<int>(second); }
 };
 
 struct CivilDate {
-    int year = 0;  ///< 0 = unknown
+    int year = 0; ///< 0 = unknown
     int month = 0;
     int day = 0;
 
@@ -49,9 +49,9 @@ CivilDate NextDay(CivilDate date);
 
 /// A coordinate pair, both in degrees and as it stands in the sentence.
 struct SentencePosition {
-    bool present = false;  ///< both numbers and both letters are there and in range
-    double latitude = 0;   ///< degrees, north positive
-    double longitude = 0;  ///< degrees, east positive
+    bool present = false; ///< both numbers and both letters are there and in range
+    double latitude = 0;  ///< degrees, north positive
+    double longitude = 0; ///< degrees, east positive
     double rawLatitude = 0;
     double rawLongitude = 0;
     char latDirection = 0;
@@ -62,10 +62,10 @@ struct SentencePosition {
 struct PositionSentence {
     UtcTime time;
     SentencePosition position;
-    bool valid = false;  ///< marked valid and with a position
+    bool valid = false; ///< marked valid and with a position
     std::uint8_t fixMode = FixInvalid;
     bool hasAltitude = false;
-    double altitude = 0;  ///< metres above mean sea level
+    double altitude = 0; ///< metres above mean sea level
     bool hasHdop = false;
     float hdop = 0;
     bool hasSpeed = false;
@@ -113,7 +113,7 @@ GsaSentence ReadGsa(FieldReader fields, TalkerSystem talker);
 struct GsvSentence {
     int total = 0;
     int number = 0;
-    std::uint8_t signalId = 0;  ///< as in the sentence; 0 when it has none
+    std::uint8_t signalId = 0; ///< as in the sentence; 0 when it has none
     int count = 0;
     struct Entry {
         SatelliteId id;
@@ -131,4 +131,4 @@ bool ReadHeading(SentenceType type, FieldReader fields, float& heading);
 
 constexpr double kMetresPerSecondPerKnot = 1852.0 / 3600.0;
 
-}  // namespace gnss
+} // namespace gnss

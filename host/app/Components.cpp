@@ -16,7 +16,7 @@ QString Tr(const char* text)
     return QCoreApplication::translate("Components", text);
 }
 
-}  // namespace
+} // namespace
 
 QString CodecFile(const QString& applicationDir)
 {

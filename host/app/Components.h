@@ -6,7 +6,7 @@
 struct ComponentStatus {
     QString file;
     bool good = false;
-    QString reason;  ///< why it is not in use; empty when it is
+    QString reason; ///< why it is not in use; empty when it is
 };
 
 /// Where the codec lies for a program in `applicationDir`.

@@ -50,7 +50,7 @@ void HandleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
     }
 }
 
-}  // namespace
+} // namespace
 
 DebugLog& DebugLog::Instance()
 {

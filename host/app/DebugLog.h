@@ -44,7 +44,7 @@ private:
 
     QMutex m_mutex;
     std::deque<QString> m_lines;
-    quint64 m_firstNumber = 0;  // number of m_lines.front()
+    quint64 m_firstNumber = 0; // number of m_lines.front()
     int m_errors = 0;
     QObject* m_listener = nullptr;
     bool m_eventPosted = false;

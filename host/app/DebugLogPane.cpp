@@ -50,17 +50,18 @@ int DebugLogPane::LineCount() const
 
 void DebugLogPane::Save()
 {
-    const QString proposal =
-        QStringLiteral("debug_%1.log").arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmss")));
+    const QString proposal = QStringLiteral("debug_%1.log")
+                                 .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmss")));
     const QPointer<DebugLogPane> self(this);
-    const QString path =
-        QFileDialog::getSaveFileName(this, tr("Save Debug Log"), proposal, tr("Log files (*.log *.txt);;All files (*)"));
+    const QString path = QFileDialog::getSaveFileName(this, tr("Save Debug Log"), proposal,
+                                                      tr("Log files (*.log *.txt);;All files (*)"));
     if (!self || path.isEmpty())
         return;
     QSaveFile file(path);
     const QByteArray bytes = DebugLog::Instance().Text().toUtf8();
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        QMessageBox::warning(this, tr("Save Debug Log"), tr("%1 cannot be written: %2").arg(path, file.errorString()));
+        QMessageBox::warning(this, tr("Save Debug Log"),
+                             tr("%1 cannot be written: %2").arg(path, file.errorString()));
 }
 
 void DebugLogPane::Clear()

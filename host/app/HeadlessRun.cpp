@@ -14,6 +14,7 @@
 #include <QPixmap>
 #include <QWidget>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -35,8 +36,8 @@ QStringList Files(const QString& folder, const QString& pattern, bool deep)
 /// The raw captures lie under the application directory, the working logs under the current one.
 QStringList AllCaptures()
 {
-    QStringList files =
-        Files(QCoreApplication::applicationDirPath() + QStringLiteral("/GnssData"), QStringLiteral("*.bin"), false);
+    QStringList files = Files(QCoreApplication::applicationDirPath() + QStringLiteral("/GnssData"),
+                              QStringLiteral("*.bin"), false);
     files += Files(QDir::currentPath() + QStringLiteral("/GnssData"), QStringLiteral("*.bin"), false);
     files.removeDuplicates();
     return files;
@@ -47,7 +48,7 @@ QStringList AllLogs()
     return Files(QDir::currentPath() + QStringLiteral("/GnssData/logs"), QStringLiteral("*"), true);
 }
 
-}  // namespace
+} // namespace
 
 HeadlessRun::HeadlessRun(int seconds, const QString& folder, QWidget* window)
     : m_seconds(seconds), m_folder(folder), m_window(window)
@@ -72,11 +73,24 @@ void HeadlessRun::Start()
     m_boxTimer.start(kBoxMilliseconds);
 }
 
+void HeadlessRun::AddPort(const QString& port)
+{
+    m_prefixes << QFileInfo(port).fileName() + QLatin1Char('_');
+}
+
+/// Another host may write into the same folder at the same time.
+bool HeadlessRun::IsOurs(const QString& capture) const
+{
+    const QString name = QFileInfo(capture).fileName();
+    return std::any_of(m_prefixes.cbegin(), m_prefixes.cend(),
+                       [&name](const QString& prefix) { return name.startsWith(prefix); });
+}
+
 QStringList HeadlessRun::NewCaptures() const
 {
     QStringList files;
     for (const QString& file : AllCaptures()) {
-        if (!m_oldFiles.contains(file))
+        if (!m_oldFiles.contains(file) && IsOurs(file))
             files << file;
     }
     return files;
@@ -126,8 +140,8 @@ void HeadlessRun::Copy(const QStringList& files, const QString& subfolder)
         // Working logs of different views may have one name: their folder's name goes in front.
         const QFileInfo info(file);
         const QString folder = info.dir().dirName();
-        const QString name = subfolder == QLatin1String("logs") ? folder + QLatin1Char('_') + info.fileName()
-                                                                : info.fileName();
+        const QString name =
+            subfolder == QLatin1String("logs") ? folder + QLatin1Char('_') + info.fileName() : info.fileName();
         if (!QFile::copy(file, target + QLatin1Char('/') + name)) {
             qWarning().noquote() << file << "cannot be copied to" << target;
             m_failed = true;
@@ -166,7 +180,8 @@ void HeadlessRun::End()
     const int errors = DebugLog::Instance().ErrorCount();
     Write(QStringLiteral("debug.log"), DebugLog::Instance().Text().toUtf8());
     const QString summary =
-        QStringLiteral("bytes: %1\nsentences: %2\nfixes: %3\nsatellites: %4\nerrors: %5\nreceiver: %6\nfolder: %7\n")
+        QStringLiteral(
+            "bytes: %1\nsentences: %2\nfixes: %3\nsatellites: %4\nerrors: %5\nreceiver: %6\nfolder: %7\n")
             .arg(QString::number(counter.Bytes()), QString::number(counter.Sentences()),
                  QString::number(counter.Fixes()), QString::number(counter.Satellites()), QString::number(errors),
                  m_receiverState ? m_receiverState() : QString(), m_folder);

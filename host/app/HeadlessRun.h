@@ -22,10 +22,13 @@ public:
 
     void SetReceiverState(std::function<QString()> text) { m_receiverState = std::move(text); }
 
+    /// Names a port that this run opens: raw captures bear the last component of its path.
+    void AddPort(const QString& port);
+
     /// Starts the clock; a second call changes nothing.
     void Start();
 
-    /// Names of the raw captures and working logs that did not exist when the run was made.
+    /// The raw captures of this run's ports, and the working logs, that did not exist when the run was made.
     QStringList NewCaptures() const;
     QStringList NewLogs() const;
 
@@ -34,6 +37,7 @@ Q_SIGNALS:
     void Finished(int status);
 
 private:
+    bool IsOurs(const QString& capture) const;
     void CloseBoxes();
     void End();
     bool Write(const QString& name, const QByteArray& bytes);
@@ -45,6 +49,7 @@ private:
     std::function<QString()> m_receiverState;
     QTimer m_clock;
     QTimer m_boxTimer;
+    QStringList m_prefixes;
     QSet<QString> m_oldFiles;
     bool m_failed = false;
 };

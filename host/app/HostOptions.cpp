@@ -8,17 +8,19 @@ namespace {
 void AddOptions(QCommandLineParser& parser)
 {
     using Option = QCommandLineOption;
-    parser.setApplicationDescription(QStringLiteral(
-        "GNSS Workbench: watch, configure, test and replay a GNSS receiver.\n"
-        "Without options a virtual receiver is started and its line opened."));
+    parser.setApplicationDescription(
+        QStringLiteral("GNSS Workbench: watch, configure, test and replay a GNSS receiver.\n"
+                       "Without options a virtual receiver is started and its line opened."));
     parser.addOptions({
         Option({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help and end.")),
         Option(QStringLiteral("version"), QStringLiteral("Show the version and end.")),
-        Option(QStringLiteral("product"), QStringLiteral("Product number: 27, 31, or any other for the default product."),
+        Option(QStringLiteral("product"),
+               QStringLiteral("Product number: 27, 31, or any other for the default product."),
                QStringLiteral("N")),
         Option(QStringLiteral("language"), QStringLiteral("Language of this run."), QStringLiteral("zh|en")),
         Option(QStringLiteral("no-receiver"), QStringLiteral("Start no virtual receiver.")),
-        Option(QStringLiteral("receiver"), QStringLiteral("Program of the virtual receiver."), QStringLiteral("PATH")),
+        Option(QStringLiteral("receiver"), QStringLiteral("Program of the virtual receiver."),
+               QStringLiteral("PATH")),
         Option(QStringLiteral("port"), QStringLiteral("Open this port; no virtual receiver is started."),
                QStringLiteral("PATH")),
         Option(QStringLiteral("idle"), QStringLiteral("The virtual receiver waits for a start command.")),
@@ -26,11 +28,12 @@ void AddOptions(QCommandLineParser& parser)
                QStringLiteral("FILE")),
         Option(QStringLiteral("speed"), QStringLiteral("Speed at which the capture is played; 1 is its own pace."),
                QStringLiteral("N")),
-        Option(QStringLiteral("receiver-arg"), QStringLiteral("Argument for the virtual receiver; may be repeated."),
-               QStringLiteral("ARG")),
-        Option(QStringLiteral("headless"), QStringLiteral("Run for this time without a user, then leave a screenshot, "
-                                                          "the logs and a summary; the exit status is 0 only if "
-                                                          "data came through."),
+        Option(QStringLiteral("receiver-arg"),
+               QStringLiteral("Argument for the virtual receiver; may be repeated."), QStringLiteral("ARG")),
+        Option(QStringLiteral("headless"),
+               QStringLiteral("Run for this time without a user, then leave a screenshot, "
+                              "the logs and a summary; the exit status is 0 only if "
+                              "data came through."),
                QStringLiteral("SECONDS")),
         Option(QStringLiteral("output"), QStringLiteral("Folder for what a headless run leaves."),
                QStringLiteral("DIR")),
@@ -49,7 +52,8 @@ QSize ParseSize(const QString& text)
     bool widthGood = false;
     bool heightGood = false;
     const QSize size(parts[0].toInt(&widthGood), parts[1].toInt(&heightGood));
-    const bool inRange = size.width() >= 200 && size.height() >= 150 && size.width() <= 16384 && size.height() <= 16384;
+    const bool inRange =
+        size.width() >= 200 && size.height() >= 150 && size.width() <= 16384 && size.height() <= 16384;
     return widthGood && heightGood && inRange ? size : QSize();
 }
 
@@ -96,7 +100,7 @@ QString ReadValues(const QCommandLineParser& parser, HostOptions& options)
     return {};
 }
 
-}  // namespace
+} // namespace
 
 HostOptionsResult ParseHostOptions(const QStringList& arguments)
 {

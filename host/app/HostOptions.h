@@ -8,27 +8,27 @@
 
 /// What the command line asks of the host. Values that are not given leave the stored setting as it is.
 struct HostOptions {
-    std::optional<int> product;   ///< 27, 31; every other number is the default product
-    std::optional<int> language;  ///< 1 English, 2 Chinese
+    std::optional<int> product;  ///< 27, 31; every other number is the default product
+    std::optional<int> language; ///< 1 English, 2 Chinese
     bool noReceiver = false;
-    bool idle = false;      ///< the virtual receiver waits for a start command
-    bool timing = false;    ///< print the start time and the memory in use
+    bool idle = false;   ///< the virtual receiver waits for a start command
+    bool timing = false; ///< print the start time and the memory in use
     bool help = false;
     bool version = false;
-    QString receiver;       ///< program of the virtual receiver; empty for the one beside the host
-    QString port;           ///< port to open in place of the virtual receiver's
-    QString capture;        ///< file that the virtual receiver plays
-    QString speed;          ///< playing speed, a positive decimal number; empty when not given
+    QString receiver; ///< program of the virtual receiver; empty for the one beside the host
+    QString port;     ///< port to open in place of the virtual receiver's
+    QString capture;  ///< file that the virtual receiver plays
+    QString speed;    ///< playing speed, a positive decimal number; empty when not given
     QStringList receiverArguments;
-    int headlessSeconds = 0;  ///< 0: with a user
-    QString output;           ///< folder for what a headless run leaves; empty for one named by the time
-    QString plugin;           ///< library to load; empty for the one beside the host
-    QSize size;               ///< size of the window; invalid when not given
+    int headlessSeconds = 0; ///< 0: with a user
+    QString output;          ///< folder for what a headless run leaves; empty for one named by the time
+    QString plugin;          ///< library to load; empty for the one beside the host
+    QSize size;              ///< size of the window; invalid when not given
 };
 
 struct HostOptionsResult {
     HostOptions options;
-    QString error;  ///< empty when the command line is good
+    QString error; ///< empty when the command line is good
 };
 
 /// Reads the command line; `arguments` begins with the program's name. Needs no application object.

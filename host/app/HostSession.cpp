@@ -13,14 +13,13 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLibraryInfo>
-#include <QPointer>
 #include <QTimer>
 
 #include <cstdio>
 
 namespace {
 
-constexpr int kRebuild = 1000;  // a way out of the event loop that no exit status uses
+constexpr int kRebuild = 1000; // a way out of the event loop that no exit status uses
 constexpr int kReadyMilliseconds = 5000;
 constexpr int kPaintMilliseconds = 1000;
 constexpr int kUnwindMilliseconds = 3000;
@@ -40,7 +39,7 @@ const QString kPluginFile = QStringLiteral("libGnss.so");
 const QString kReceiverFile = QStringLiteral("gnss-receiver");
 #endif
 
-}  // namespace
+} // namespace
 
 HostSession::HostSession(const HostOptions& options)
     : m_options(options), m_settings(BesideProgram(QStringLiteral("host.ini")))
@@ -64,18 +63,64 @@ HostSession::~HostSession()
 
 int HostSession::Run()
 {
-    // The process takes its time to come up, so it goes first.
+    ApplySettings();
+    // The process takes its time to come up, so it goes before the windows.
     if (m_receiverWanted)
         StartReceiver();
-    ApplySettings();
 
     m_window = std::make_unique<HostWindow>();
+    m_window->installEventFilter(this);
+    SizeWindow();
+    if (m_options.headlessSeconds > 0) {
+        m_headless = std::make_unique<HeadlessRun>(m_options.headlessSeconds, m_options.output, m_window.get());
+        m_headless->SetReceiverState([this] { return m_receiver.StateText(); });
+    }
+    Connect();
+
+    int code = kRebuild;
+    while (code == kRebuild) {
+        Build();
+        code = RunLoop();
+        if (!m_headless && !m_options.size.isValid())
+            m_settings.SetWindow(m_window->saveGeometry(), m_window->saveState());
+        TakeDown();
+        if (code == kRebuild) {
+            ApplySettings();
+            if (m_receiverWanted)
+                StartReceiver();
+        }
+    }
+    m_headless.reset();
+    m_window.reset();
+    return code;
+}
+
+void HostSession::SizeWindow()
+{
+    const bool headless = m_options.headlessSeconds > 0;
+    m_window->resize(headless ? kHeadlessSize : kUsualSize);
+    if (!headless) {
+        m_window->restoreGeometry(m_settings.Geometry());
+        m_window->restoreState(m_settings.WindowState());
+    }
+    if (m_options.size.isValid())
+        m_window->resize(m_options.size);
+}
+
+void HostSession::Connect()
+{
+    connect(&m_stopSignals, &StopSignals::Stopped, this, [this] { Leave(m_headless ? 1 : 0); });
+    if (m_headless)
+        connect(m_headless.get(), &HeadlessRun::Finished, this, &HostSession::Leave);
+    connect(m_window.get(), &HostWindow::Closing, this, [this] { Leave(0); });
     connect(m_window.get(), &HostWindow::ProductChosen, this, &HostSession::ChangeProduct);
     connect(m_window.get(), &HostWindow::LanguageChosen, this, &HostSession::ChangeLanguage);
-    connect(m_window.get(), &HostWindow::Closing, this, [this] { Leave(0); });
     connect(m_window.get(), &HostWindow::ReceiverSwitched, this, [this](bool on) {
         m_receiverWanted = on;
-        on ? RestartReceiver() : StopReceiver();
+        if (on)
+            RestartReceiver();
+        else
+            StopReceiver();
     });
     connect(m_window.get(), &HostWindow::CaptureChosen, this, [this](const QString& file) {
         m_options.capture = file;
@@ -88,35 +133,15 @@ int HostSession::Run()
         if (!m_options.capture.isEmpty() && m_receiverWanted)
             RestartReceiver();
     });
+}
 
-    const bool headless = m_options.headlessSeconds > 0;
-    m_window->resize(m_options.size.isValid() ? m_options.size : headless ? kHeadlessSize : kUsualSize);
-    if (!headless && !m_options.size.isValid())
-        m_window->restoreGeometry(m_settings.Geometry());
-    if (!headless)
-        m_window->restoreState(m_settings.WindowState());
-    if (headless) {
-        m_headless = std::make_unique<HeadlessRun>(m_options.headlessSeconds, m_options.output, m_window.get());
-        m_headless->SetReceiverState([this] { return m_receiver.StateText(); });
-        connect(m_headless.get(), &HeadlessRun::Finished, this, [this](int status) { Leave(status); });
-    }
-
-    int code = kRebuild;
-    while (code == kRebuild) {
-        Build();
-        code = QCoreApplication::exec();
-        if (!headless && !m_options.size.isValid())
-            m_settings.SetWindow(m_window->saveGeometry(), m_window->saveState());
-        TakeDown();
-        if (code == kRebuild) {
-            ApplySettings();
-            if (m_receiverWanted)
-                StartReceiver();
-        }
-    }
-    m_receiver.Stop();
-    m_headless.reset();
-    m_window.reset();
+int HostSession::RunLoop()
+{
+    // The wish to leave may have come while the window was being built.
+    if (!m_leave)
+        QCoreApplication::exec();
+    const int code = m_leave.value_or(0);
+    m_leave.reset();
     return code;
 }
 
@@ -143,7 +168,8 @@ void HostSession::InstallTranslators()
         if (!install(m_hostTexts, QStringLiteral("host_zh"), folder))
             qWarning().noquote() << "no translation" << folder + QStringLiteral("/host_zh.qm");
         if (!install(m_qtTexts, QStringLiteral("qtbase_zh_CN"), folder))
-            install(m_qtTexts, QStringLiteral("qtbase_zh_CN"), QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+            install(m_qtTexts, QStringLiteral("qtbase_zh_CN"),
+                    QLibraryInfo::location(QLibraryInfo::TranslationsPath));
     } else if (!install(m_pluginTexts, QStringLiteral("gnss_en"), folder)) {
         qWarning().noquote() << "no translation" << folder + QStringLiteral("/gnss_en.qm");
     }
@@ -163,8 +189,6 @@ void HostSession::StartReceiver()
 
 void HostSession::Build()
 {
-    m_painted = false;
-    m_lineOpened = false;
     m_window->ShowProduct(m_product);
     m_window->ShowLanguage(m_language);
     m_window->ShowCapture(m_options.capture, m_options.speed);
@@ -172,12 +196,12 @@ void HostSession::Build()
     m_plugin = std::make_unique<PluginSession>(m_options.plugin);
     const bool loaded = m_plugin->Load();
     if (m_receiverWanted) {
-        if (!m_receiver.WaitReady(kReadyMilliseconds) && m_receiver.CurrentState() == ReceiverProcess::State::Starting)
+        if (!m_receiver.WaitReady(kReadyMilliseconds) &&
+            m_receiver.CurrentState() == ReceiverProcess::State::Starting)
             qWarning() << "virtual receiver: not ready after 5 seconds";
-        UseReceiver();
+        UsePort(m_receiver.Port());
     } else if (!m_options.port.isEmpty()) {
-        m_port = m_options.port;
-        SerialPortsVariable::Add(m_port);
+        UsePort(m_options.port);
     }
 
     ComponentStatus plugin{m_options.plugin, loaded, m_plugin->Error()};
@@ -203,7 +227,8 @@ void HostSession::Build()
     m_window->ShowComponents(plugin, codec, archiver);
     ShowReceiverState();
 
-    m_window->installEventFilter(this);
+    m_built = true;
+    m_painted = false;
     m_window->show();
     m_window->update();
     // A window that nobody sees is never painted.
@@ -214,7 +239,8 @@ void HostSession::Build()
 
 bool HostSession::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_window.get() && event->type() == QEvent::Paint && !m_painted) {
+    const bool paints = event->type() == QEvent::Paint || event->type() == QEvent::UpdateRequest;
+    if (watched == m_window.get() && paints && !m_painted) {
         m_painted = true;
         // When the timer fires the whole window has been painted and shown.
         QTimer::singleShot(0, this, &HostSession::FirstPaint);
@@ -235,28 +261,32 @@ void HostSession::FirstPaint()
 
 void HostSession::OpenLine()
 {
-    if (m_lineOpened || m_port.isEmpty() || !m_plugin)
+    if (m_lineOpened || !m_built || m_port.isEmpty())
         return;
     m_lineOpened = true;
     m_plugin->OpenPort(m_port);
 }
 
-/// Puts the receiver's port into the list of ports, in place of an earlier one.
-void HostSession::UseReceiver()
+/// Puts a port into the list of ports, in place of an earlier one.
+void HostSession::UsePort(const QString& port)
 {
     if (!m_port.isEmpty())
         SerialPortsVariable::Remove(m_port);
-    m_port = m_receiver.Port();
-    if (!m_port.isEmpty())
-        SerialPortsVariable::Add(m_port);
+    m_port = port;
+    if (m_port.isEmpty())
+        return;
+    SerialPortsVariable::Add(m_port);
+    if (m_headless)
+        m_headless->AddPort(m_port);
 }
 
 void HostSession::StopReceiver()
 {
+    m_lineOpened = true; // from here on the line is opened and closed by these two
     if (m_plugin && !m_receiver.Port().isEmpty() && IsOpenInThisProcess(m_receiver.Port()))
         m_plugin->SwitchPort();
     m_receiver.Stop();
-    UseReceiver();
+    UsePort(m_receiver.Port());
     ShowReceiverState();
 }
 
@@ -266,11 +296,9 @@ void HostSession::RestartReceiver()
     StopReceiver();
     m_window->ShowCapture(m_options.capture, m_options.speed);
     StartReceiver();
-    const QPointer<HostSession> self(this);
+    ShowReceiverState();
     const bool ready = m_receiver.WaitReady(kReadyMilliseconds);
-    if (!self)
-        return;
-    UseReceiver();
+    UsePort(m_receiver.Port());
     ShowReceiverState();
     if (!ready || !m_plugin)
         return;
@@ -319,15 +347,24 @@ void HostSession::ChangeLanguage(int language)
 /// end of its window.
 void HostSession::Leave(int code)
 {
-    QTimer::singleShot(kUnwindMilliseconds, m_plugin.get(), [plugin = m_plugin.get()] { plugin->DestroyWindow(); });
+    // The first wish counts, but a wish to end goes before one to build again.
+    if (!m_leave || *m_leave == kRebuild)
+        m_leave = code;
+    if (m_plugin) {
+        QTimer::singleShot(kUnwindMilliseconds, m_plugin.get(),
+                           [plugin = m_plugin.get()] { plugin->DestroyWindow(); });
+    }
     QCoreApplication::exit(code);
 }
 
 void HostSession::TakeDown()
 {
+    m_built = false;
+    m_lineOpened = false;
     if (m_plugin) {
         m_plugin->Unload();
         m_plugin.reset();
     }
     m_receiver.Stop();
+    UsePort(QString());
 }

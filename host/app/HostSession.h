@@ -3,12 +3,13 @@
 #include "HostOptions.h"
 #include "HostSettings.h"
 #include "ReceiverProcess.h"
+#include "StopSignals.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QTranslator>
 
 #include <memory>
+#include <optional>
 
 class HeadlessRun;
 class HostWindow;
@@ -33,10 +34,13 @@ private:
     void ApplySettings();
     void InstallTranslators();
     void StartReceiver();
+    void Connect();
+    void SizeWindow();
     void Build();
+    int RunLoop();
     void FirstPaint();
     void OpenLine();
-    void UseReceiver();
+    void UsePort(const QString& port);
     void StopReceiver();
     void RestartReceiver();
     void ShowReceiverState();
@@ -45,22 +49,24 @@ private:
     void ChangeLanguage(int language);
     void Leave(int code);
     void TakeDown();
-    void PrintTiming();
 
     HostOptions m_options;
     HostSettings m_settings;
     int m_product = 0;
     int m_language = 1;
     bool m_receiverWanted = true;
-    QString m_port;  // what was put into the list of ports
+    QString m_port; // what was put into the list of ports
     std::unique_ptr<HostWindow> m_window;
     std::unique_ptr<PluginSession> m_plugin;
     std::unique_ptr<HeadlessRun> m_headless;
     ReceiverProcess m_receiver;
+    StopSignals m_stopSignals;
     QTranslator m_hostTexts;
     QTranslator m_pluginTexts;
     QTranslator m_qtTexts;
+    bool m_built = false;
     bool m_painted = false;
     bool m_lineOpened = false;
     bool m_timingPrinted = false;
+    std::optional<int> m_leave; // with what to leave the event loop
 };

@@ -7,7 +7,7 @@ const QString kProduct = QStringLiteral("Host/Product");
 const QString kLanguage = QStringLiteral("Host/Language");
 const QString kGeometry = QStringLiteral("Window/Geometry");
 const QString kState = QStringLiteral("Window/State");
-}  // namespace
+} // namespace
 
 int LanguageOfLocale(const QLocale& locale)
 {

@@ -25,6 +25,7 @@ namespace {
 constexpr const char* kSpeeds[] = {"0.5", "1", "2", "5", "10", "50"};
 
 constexpr int kNoteMilliseconds = 10000;
+constexpr int kLogHeight = 160;
 
 constexpr char kGood[] = "#2e9e5b";
 constexpr char kBad[] = "#d64545";
@@ -36,7 +37,7 @@ QString Dot(const char* colour, const QString& text)
         .arg(QLatin1String(colour), text.toHtmlEscaped());
 }
 
-}  // namespace
+} // namespace
 
 HostWindow::HostWindow()
     : m_pages(new QStackedWidget), m_container(new QWidget), m_missing(new QLabel), m_problem(new QLabel),
@@ -56,7 +57,8 @@ HostWindow::HostWindow()
     m_problem->setWordWrap(true);
     m_problem->setMargin(6);
     m_problem->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_problem->setStyleSheet(QStringLiteral("background:#fff3cd; color:#664d03; border-bottom:1px solid #e6d9a8;"));
+    m_problem->setStyleSheet(
+        QStringLiteral("background:#fff3cd; color:#664d03; border-bottom:1px solid #e6d9a8;"));
     m_problem->hide();
 
     auto* centre = new QWidget;
@@ -70,6 +72,7 @@ HostWindow::HostWindow()
     m_logDock->setObjectName(QStringLiteral("debugLogDock"));
     m_logDock->setWidget(m_log);
     addDockWidget(Qt::BottomDockWidgetArea, m_logDock);
+    resizeDocks({m_logDock}, {kLogHeight}, Qt::Vertical);
     m_logDock->hide();
 
     BuildMenus();
@@ -197,8 +200,9 @@ void HostWindow::ShowPlugin()
 
 void HostWindow::ShowMissingPlugin(const ComponentStatus& plugin)
 {
-    m_missing->setText(tr("<h2>The workbench could not be loaded</h2><p>%1</p><p>%2</p>")
-                           .arg(QDir::toNativeSeparators(plugin.file).toHtmlEscaped(), plugin.reason.toHtmlEscaped()));
+    m_missing->setText(
+        tr("<h2>The workbench could not be loaded</h2><p>%1</p><p>%2</p>")
+            .arg(QDir::toNativeSeparators(plugin.file).toHtmlEscaped(), plugin.reason.toHtmlEscaped()));
     m_pages->setCurrentWidget(m_missing);
 }
 

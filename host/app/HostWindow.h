@@ -29,7 +29,8 @@ public:
     void ShowMissingPlugin(const ComponentStatus& plugin);
 
     /// Fills the start-up row.
-    void ShowComponents(const ComponentStatus& plugin, const ComponentStatus& codec, const ComponentStatus& archiver);
+    void ShowComponents(const ComponentStatus& plugin, const ComponentStatus& codec,
+                        const ComponentStatus& archiver);
 
     void ShowProduct(int product);
     void ShowLanguage(int language);

@@ -58,7 +58,7 @@ bool IsValidFix(const QByteArray& type, const QList<QByteArray>& fields)
     return false;
 }
 
-}  // namespace
+} // namespace
 
 void NmeaCounter::Feed(const char* bytes, qint64 length)
 {

@@ -30,5 +30,5 @@ private:
     qint64 m_bytes = 0;
     qint64 m_sentences = 0;
     QSet<QByteArray> m_fixTimes;
-    QMap<QByteArray, QSet<QByteArray>> m_groups;  // satellites by talker and signal
+    QMap<QByteArray, QSet<QByteArray>> m_groups; // satellites by talker and signal
 };

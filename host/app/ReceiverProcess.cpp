@@ -23,7 +23,7 @@ QList<QByteArray> TakeLines(QByteArray& buffer)
     return lines;
 }
 
-}  // namespace
+} // namespace
 
 QStringList ReceiverArguments(const ReceiverSettings& settings, const QString& link)
 {
@@ -59,15 +59,17 @@ void ReceiverProcess::Start(const ReceiverSettings& settings)
     m_errors.clear();
     m_state = State::Starting;
     if (!m_folder) {
-        m_folder = std::make_unique<QTemporaryDir>(
-            QStringLiteral("%1/gnss-workbench-%2-XXXXXX").arg(QDir::tempPath()).arg(QCoreApplication::applicationPid()));
+        m_folder = std::make_unique<QTemporaryDir>(QDir::tempPath() + QStringLiteral("/gnss-workbench-XXXXXX"));
     }
     if (!m_folder->isValid()) {
         End(tr("no folder for its port: %1").arg(m_folder->errorString()));
         return;
     }
-    // A name of its own for each start, so that the workbench can change from one to the next while it is open.
-    const QString name = m_starts == 0 ? QStringLiteral("gnss-virtual") : QStringLiteral("gnss-virtual-%1").arg(m_starts + 1);
+    // The name goes into the names of captures: it tells hosts apart that share a folder, and each start from the
+    // one before, so that the workbench can change from one to the next while it is open.
+    QString name = QStringLiteral("gnss-virtual-%1").arg(QCoreApplication::applicationPid());
+    if (m_starts > 0)
+        name += QStringLiteral("-%1").arg(m_starts + 1);
     ++m_starts;
     if (!QFileInfo(settings.program).isExecutable()) {
         End(tr("no such program: %1").arg(settings.program));
@@ -168,7 +170,8 @@ void ReceiverProcess::ProcessFinished(int code, QProcess::ExitStatus status)
     ReadOutput();
     ReadErrors();
     const QString last = QString::fromLocal8Bit(m_errors.trimmed());
-    QString reason = status == QProcess::CrashExit ? tr("it was ended by a signal") : tr("it ended with status %1").arg(code);
+    QString reason =
+        status == QProcess::CrashExit ? tr("it was ended by a signal") : tr("it ended with status %1").arg(code);
     if (!last.isEmpty())
         reason += QStringLiteral(" (%1)").arg(last);
     End(reason);

@@ -38,8 +38,8 @@ public:
     /// Starts the program and returns at once. Each start has a link of its own name.
     void Start(const ReceiverSettings& settings);
 
-    /// Runs the event loop, without user input, until the port can be opened, the process has ended or `milliseconds`
-    /// are over. True when the port can be opened.
+    /// Runs the event loop, without user input, until the port can be opened, the process has ended or
+    /// `milliseconds` are over. True when the port can be opened.
     bool WaitReady(int milliseconds);
 
     /// Ends the process; does nothing when there is none.

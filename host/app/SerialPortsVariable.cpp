@@ -22,7 +22,7 @@ void Set(const QString& value)
         qputenv(kName, QFile::encodeName(value));
 }
 
-}  // namespace
+} // namespace
 
 QString With(const QString& value, const QString& path)
 {
@@ -47,4 +47,4 @@ void Remove(const QString& path)
     Set(Without(Value(), path));
 }
 
-}  // namespace SerialPortsVariable
+} // namespace SerialPortsVariable

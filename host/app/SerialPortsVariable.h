@@ -15,4 +15,4 @@ QString Without(const QString& value, const QString& path);
 void Add(const QString& path);
 void Remove(const QString& path);
 
-}  // namespace SerialPortsVariable
+} // namespace SerialPortsVariable

@@ -3,6 +3,7 @@
 #include "HostSession.h"
 
 #include <QApplication>
+#include <QFont>
 
 #include <cstdio>
 
@@ -32,7 +33,18 @@ bool HavePlatform(bool headless)
 #endif
 }
 
-}  // namespace
+/// The workbench lays its buttons out in fixed pixels, for text of the usual 9 points.
+void LimitFont()
+{
+    constexpr qreal kPoints = 9.0;
+    QFont font = QApplication::font();
+    if (font.pointSizeF() > kPoints) {
+        font.setPointSizeF(kPoints);
+        QApplication::setFont(font);
+    }
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -58,9 +70,13 @@ int main(int argc, char** argv)
         return kUsageError;
     }
 
+    // Nothing here draws with OpenGL, whose libraries would double the memory and the start time.
+    if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"))
+        qputenv("QT_XCB_GL_INTEGRATION", "none");
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QApplication app(argc, argv);
+    LimitFont();
     // The plug-in has windows of its own beside the host's; only the host's ends the program.
     QApplication::setQuitOnLastWindowClosed(false);
     HostSession session(command.options);

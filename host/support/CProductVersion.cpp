@@ -2,6 +2,7 @@
 
 #include "HostSupportConfig.h"
 
-int CProductVersion::GetVersion() {
+int CProductVersion::GetVersion()
+{
     return HostSupportConfig::Product();
 }

@@ -7,22 +7,26 @@ namespace HostSupportConfig {
 namespace {
 std::atomic_int product{0};
 std::atomic_int configurationSet{1};
-}  // namespace
+} // namespace
 
-void SetProduct(int number) {
+void SetProduct(int number)
+{
     product = number;
 }
 
-int Product() {
+int Product()
+{
     return product;
 }
 
-void SetConfigurationSet(int number) {
+void SetConfigurationSet(int number)
+{
     configurationSet = number;
 }
 
-int ConfigurationSet() {
+int ConfigurationSet()
+{
     return configurationSet;
 }
 
-}  // namespace HostSupportConfig
+} // namespace HostSupportConfig

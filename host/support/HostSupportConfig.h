@@ -9,8 +9,9 @@ namespace HostSupportConfig {
 HOST_SUPPORT_EXPORT void SetProduct(int product);
 HOST_SUPPORT_EXPORT int Product();
 
-/// Number of the configuration set in use; 1 until it is set.
+/// Number of the configuration set in use; 1 until it is set. Set N lies in Source-Datas/config/N beside the
+/// program.
 HOST_SUPPORT_EXPORT void SetConfigurationSet(int number);
 HOST_SUPPORT_EXPORT int ConfigurationSet();
 
-}  // namespace HostSupportConfig
+} // namespace HostSupportConfig

@@ -73,7 +73,7 @@ QPixmap Render(QSvgRenderer& picture)
     return pixmap;
 }
 
-}  // namespace
+} // namespace
 
 QPixmap ImageManager::GetPixmapObject(QString path)
 {

@@ -5,12 +5,15 @@
 #include <QCoreApplication>
 #include <QDir>
 
-int VerCommon::GetCurrentVersion() {
+int VerCommon::GetCurrentVersion()
+{
     return HostSupportConfig::ConfigurationSet();
 }
 
-QString VerCommon::GetCfgPath(QString versionNumber) {
-    const QString root = QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QDir::currentPath();
+QString VerCommon::GetCfgPath(QString versionNumber)
+{
+    const QString root =
+        QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QDir::currentPath();
     const QString path = root + QStringLiteral("/Source-Datas/config/") + versionNumber;
     return QDir::toNativeSeparators(QDir::cleanPath(path));
 }

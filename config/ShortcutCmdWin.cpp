@@ -1,0 +1,106 @@
+#include "ShortcutCmdWin.h"
+
+#include "codec/ClassGnss.h"
+#include "codec/Protocol.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QPointer>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include <vector>
+
+namespace ShortcutDefaults {
+int period = 1;
+int count = 1;
+int timeout = 1;
+int reserve = 0;
+} // namespace ShortcutDefaults
+
+namespace {
+
+constexpr int fieldMaximum = 1000;
+constexpr int pageCount = 2;
+
+struct Field {
+    int page;
+    const char* label;
+    const int* value;
+};
+
+const Field fields[] = {
+    {0, "period:", &ShortcutDefaults::period},
+    {0, "count:", &ShortcutDefaults::count},
+    {0, "timeout:", &ShortcutDefaults::timeout},
+    {1, "reserve:", &ShortcutDefaults::reserve},
+};
+
+} // namespace
+
+ShortcutCmdWin::ShortcutCmdWin(int page, QWidget* parent)
+    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint)
+{
+    setWindowTitle(QStringLiteral("Shortcut Cmd"));
+    setMinimumSize(300, 200);
+    m_pages = new QStackedWidget(this);
+    for (int i = 0; i < pageCount; ++i) {
+        m_pages->addWidget(BuildPage(i));
+    }
+    m_pages->setCurrentIndex(page);
+
+    auto* send = new QPushButton(tr("发送"), this);
+    auto* cancel = new QPushButton(tr("取消"), this);
+    connect(send, &QPushButton::clicked, this, &ShortcutCmdWin::SlotSendBtnClicked);
+    connect(cancel, &QPushButton::clicked, this, &ShortcutCmdWin::SlotCancleBtnClicked);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(send);
+    buttons->addWidget(cancel);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_pages);
+    layout->addLayout(buttons);
+}
+
+QWidget* ShortcutCmdWin::BuildPage(int page)
+{
+    auto* widget = new QWidget(m_pages);
+    auto* layout = new QFormLayout(widget);
+    for (const Field& field : fields) {
+        if (field.page == page) {
+            auto* box = new QSpinBox(widget);
+            box->setRange(0, fieldMaximum);
+            box->setValue(*field.value);
+            layout->addRow(QString::fromLatin1(field.label), box);
+        }
+    }
+    return widget;
+}
+
+void ShortcutCmdWin::SlotSendBtnClicked()
+{
+    std::vector<qint32> payload;
+    const QList<QSpinBox*> boxes = m_pages->currentWidget()->findChildren<QSpinBox*>();
+    for (const QSpinBox* box : boxes) {
+        payload.push_back(box->value());
+    }
+    const quint32 id = m_pages->currentIndex() == 0 ? gnss::CmdStart : gnss::CmdStop;
+    std::vector<uint8_t> out(ClassGnss::maxFrameLength);
+    const int length =
+        ClassGnss::GnssEncode(id, payload.data(), static_cast<quint32>(payload.size() * sizeof(qint32)),
+                              out.data(), ClassGnss::maxFrameLength);
+    const QPointer<ShortcutCmdWin> guard(this);
+    if (length >= 0) {
+        emit SendMsg(out.data(), length);
+    }
+    if (!guard.isNull()) {
+        close();
+    }
+}
+
+void ShortcutCmdWin::SlotCancleBtnClicked()
+{
+    close();
+}
