@@ -20,6 +20,25 @@ namespace {
 constexpr int ackLimitMs = 1500;
 constexpr int constellationPage = 0;
 constexpr int indexBeyondThePages = 11;
+constexpr int listMargin = 16; ///< frame and item margins of the list, pixels
+
+/// The font, made smaller until the longest text is no wider than `width`.
+QFont FontThatFits(const QStringList& texts, QFont font, int width)
+{
+    constexpr qreal smallest = 6;
+    auto widest = [&texts](const QFont& candidate) {
+        const QFontMetrics metrics(candidate);
+        int most = 0;
+        for (const QString& text : texts) {
+            most = qMax(most, metrics.horizontalAdvance(text));
+        }
+        return most;
+    };
+    while (widest(font) > width && font.pointSizeF() > smallest) {
+        font.setPointSizeF(font.pointSizeF() - 0.5);
+    }
+    return font;
+}
 
 } // namespace
 
@@ -52,6 +71,8 @@ void CmdConfig::FillList()
     }
     m_listModel = new QStringListModel(rows, this);
     ui->listView->setModel(m_listModel);
+    ui->listView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    ui->listView->setFont(FontThatFits(rows, ui->listView->font(), ui->listView->maximumWidth() - listMargin));
 }
 
 void CmdConfig::ConnectControls()

@@ -19,13 +19,20 @@
 
 #include <memory>
 
-/// A window over the fake codec, in a current and an application directory of the test's own.
+/// A window over the fake codec or the test's own one, in a current and an application directory of the test's
+/// own.
 class WindowTest {
 public:
-    explicit WindowTest(int product = 0, int language = 2, const QString& ports = QString())
+    enum class Codec { Fake, Own };
+
+    explicit WindowTest(int product = 0, int language = 2, const QString& ports = QString(),
+                        Codec codec = Codec::Fake)
+        : m_codec(codec)
     {
         CleanFolders();
-        FakeCodec::Install();
+        if (m_codec == Codec::Fake) {
+            FakeCodec::Install();
+        }
         InstallTree();
         WriteLanguage(language);
         HostSupportConfig::SetProduct(product);
@@ -35,7 +42,9 @@ public:
     ~WindowTest()
     {
         window.reset();
-        FakeCodec::Remove();
+        if (m_codec == Codec::Fake) {
+            FakeCodec::Remove();
+        }
         HostSupportConfig::SetProduct(0);
     }
     WindowTest(const WindowTest&) = delete;
@@ -140,4 +149,7 @@ public:
     }
 
     std::unique_ptr<GnssWindow> window;
+
+private:
+    Codec m_codec;
 };
