@@ -7,7 +7,8 @@
 
 namespace gnss {
 
-Codec::Codec(RecordSink* sink) : m_sink(sink != nullptr ? sink : &m_nowhere), m_parser(*this), m_epochs(*this)
+Codec::Codec(RecordSink* sink)
+    : m_sink(sink != nullptr ? sink : &m_nowhere), m_parser(*this), m_epochs(*this, m_fixes), m_reports(m_fixes)
 {
     ResetNow();
 }
@@ -40,7 +41,9 @@ void Codec::Reset()
 void Codec::ResetNow()
 {
     m_parser.Reset();
+    m_fixes.Arm();
     m_epochs.Reset();
+    m_reports.Reset();
     m_history.Reset();
     m_text.count = 0;
     m_sentCount = 0;
@@ -118,6 +121,7 @@ int Codec::Encode(std::uint32_t id, const void* payload, std::size_t payloadLeng
         }
         if (command.start) {
             m_epochs.Restart();
+            m_fixes.Arm();
         }
     }
     return result;
@@ -238,6 +242,15 @@ void Codec::TakeMessage(const FrameView& frame)
     std::memcpy(record, &msgType, sizeof msgType);
     std::memcpy(record + kMessageHeaderSize, frame.payload, frame.payloadLength);
     m_sink->OnMessage(msgType, record, layout->fullPayload);
+    if (msgType == MsgTypeLoc) {
+        MsgLoc loc;
+        std::memcpy(&loc, record + kMessageHeaderSize, sizeof loc);
+        m_reports.Take(*m_sink, loc, m_epochs.TakeToldPosition());
+    } else if (msgType == MsgTypeMeas) {
+        MsgMeas meas;
+        std::memcpy(&meas, record + kMessageHeaderSize, sizeof meas);
+        m_reports.Take(*m_sink, meas, m_epochs.TakeToldSatellites());
+    }
 }
 
 void Codec::Log(int line, const char* function, const char* format, ...)

@@ -2,6 +2,8 @@
 
 #include "gnssutils/RecordSink.h"
 #include "gnssutils/epoch/EpochBuilder.h"
+#include "gnssutils/epoch/FixOutput.h"
+#include "gnssutils/epoch/ReportEpochs.h"
 #include "gnssutils/link/HistoryAssembler.h"
 #include "gnssutils/link/LinkParser.h"
 
@@ -67,7 +69,9 @@ private:
     LogHandler m_logHandler = nullptr;
     bool m_mayUseSleep = true;
     LinkParser m_parser;
+    FixOutput m_fixes;
     EpochBuilder m_epochs;
+    ReportEpochs m_reports;
     HistoryAssembler m_history;
     NmeaText m_text;
     PackageRecord m_sent[kMaxQueuedPackages];

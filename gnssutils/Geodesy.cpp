@@ -32,6 +32,14 @@ Place PlaceAt(double latitude, double longitude, double height)
     return place;
 }
 
+void Rotate(const Place& from, double dx, double dy, double dz, double enu[3])
+{
+    const double outward = from.cosLon * dx + from.sinLon * dy;
+    enu[0] = -from.sinLon * dx + from.cosLon * dy;
+    enu[1] = -from.sinLat * outward + from.cosLat * dz;
+    enu[2] = from.cosLat * outward + from.sinLat * dz;
+}
+
 bool NoLatitude(double degrees)
 {
     return degrees < -90.0 || degrees > 90.0;
@@ -76,13 +84,13 @@ void GeodeticToEnu(const double reference[3], const double position[3], double e
     }
     const Place& from = centre.place;
     const Place to = PlaceAt(position[lat], position[lon], position[2]);
-    const double dx = to.x - from.x;
-    const double dy = to.y - from.y;
-    const double dz = to.z - from.z;
-    const double outward = from.cosLon * dx + from.sinLon * dy;
-    enu[0] = -from.sinLon * dx + from.cosLon * dy;
-    enu[1] = -from.sinLat * outward + from.cosLat * dz;
-    enu[2] = from.cosLat * outward + from.sinLat * dz;
+    Rotate(from, to.x - from.x, to.y - from.y, to.z - from.z, enu);
+}
+
+void EarthCentredToEnu(const double place[3], double x, double y, double z, double enu[3])
+{
+    const Place from = PlaceAt(place[0], place[1], place[2]);
+    Rotate(from, x - from.x, y - from.y, z - from.z, enu);
 }
 
 } // namespace gnss

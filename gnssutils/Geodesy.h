@@ -13,4 +13,7 @@ namespace gnss {
 /// Not-a-number or infinity gives not-a-number. A null `enu` does nothing; another null gives zeros.
 void GeodeticToEnu(const double reference[3], const double position[3], double enu[3]);
 
+/// The same for a point in earth-centred metres; `place` holds latitude, longitude (degrees) and height.
+void EarthCentredToEnu(const double place[3], double x, double y, double z, double enu[3]);
+
 } // namespace gnss

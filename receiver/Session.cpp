@@ -62,7 +62,7 @@ bool Session::Open(std::string& error)
         const Millis now = Now();
         m_transcript.Write(now, '>', bytes);
         m_receiver->Receive(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(), now);
-
+        Forward();
         m_heard = true;
     };
     m_line.onSent = [this](std::string_view bytes) { m_transcript.Write(Now(), '<', bytes); };

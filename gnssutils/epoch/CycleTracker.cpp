@@ -70,7 +70,13 @@ bool CycleTracker::Enter(SentenceSignature signature, bool timed, std::int64_t k
 bool CycleTracker::BeginsCycle(SentenceSignature signature, bool timed, std::int64_t key, bool beginsGroup) const
 {
     if (timed) {
-        return m_anchor != 0 && (signature == m_anchor || (key != kNoTime && m_key != kNoTime && key != m_key));
+        if (m_anchor == 0) {
+            return false;
+        }
+        if (key == kNoTime) {
+            return CountSeen(signature) > 0;
+        }
+        return signature == m_anchor || (m_key != kNoTime && key != m_key);
     }
     // Satellite lists alone: the first group coming again begins a cycle. Beside timed sentences a group may
     // come twice in a cycle, for two signals.

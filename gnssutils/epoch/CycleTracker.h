@@ -16,11 +16,11 @@ SentenceSignature MakeGsvSignature(const SentenceHead& head, const GsvSentence& 
 
 /// Learns from the order of sentences where a receiver's cycle begins and ends.
 ///
-/// A cycle begins when a sentence bears another time than the one before, or when the sentence that began the
-/// cycle comes again (a receiver without a time leaves the field empty). The sentence that was the last one
-/// before such a change is the end of a cycle that begins in the same way, so the next such cycle is known
-/// to be complete as soon as that sentence has come. A learned end is given up when two cycles running
-/// have ended elsewhere, so that one lost sentence does not upset it.
+/// A cycle begins when a sentence bears another time than the one before, when the sentence that began the
+/// cycle comes again, or when one comes again without a time (a receiver that has none leaves the field empty).
+/// The sentence that was the last one before such a change is the end of a cycle that begins in the same way, so
+/// the next such cycle is known to be complete as soon as that sentence has come. A learned end is given up when
+/// two cycles running have ended elsewhere, so that one lost sentence does not upset it.
 class CycleTracker {
 public:
     void Reset();

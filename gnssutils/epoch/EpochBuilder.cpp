@@ -35,6 +35,7 @@ void EpochBuilder::Reset()
 {
     m_cycle.Reset();
     m_calendar.Reset();
+    m_told = {};
     m_altitude = 0;
     m_course = 0;
     m_hdop = 0;
@@ -42,7 +43,9 @@ void EpochBuilder::Reset()
     m_vdop = 0;
     m_messages = 0;
     m_gsvSeen = false;
-    m_firstFixArmed = true;
+    m_speedSeen = false;
+    m_speed = 0;
+    m_trueHeadingSeen = false;
     m_discardedKey = kNoTime;
     m_lastFixKey = kNoTime;
     m_used.Clear();
@@ -65,9 +68,6 @@ void EpochBuilder::BeginEpoch()
     m_altitudeRank = 0;
     m_hdopRank = 0;
     m_gsaSeen = false;
-    m_speedSeen = false;
-    m_speed = 0;
-    m_trueHeadingSeen = false;
 }
 
 void EpochBuilder::Finish()
@@ -85,7 +85,6 @@ void EpochBuilder::Restart()
         m_discardedKey = m_cycle.Key();
         m_ignore = true;
     }
-    m_firstFixArmed = true;
     m_lastFixKey = kNoTime;
     m_altitude = 0;
 }
@@ -359,9 +358,15 @@ void EpochBuilder::Emit()
     if (m_messages == 0 && !m_hasPosition) {
         return;
     }
+    m_told.position = m_told.position || m_hasPosition;
+    m_told.satellites = m_told.satellites || m_gsvSeen;
     RecordSink& sink = m_output.BeginRecords();
     if (m_hasPosition) {
         EmitPosition(sink);
+        // What comes between this and the next position, without a time of its own, is the next one's.
+        m_speedSeen = false;
+        m_speed = 0;
+        m_trueHeadingSeen = false;
     }
     if (m_gsvSeen) {
         EmitSatellites(sink);
@@ -412,33 +417,8 @@ void EpochBuilder::EmitPosition(RecordSink& sink)
         m_lastFixKey = m_time.key;
         m_lastFixLatitude = fix.latitude;
         m_lastFixLongitude = fix.longitude;
-        if (m_firstFixArmed) {
-            m_firstFixArmed = false;
-            sink.OnFirstFix();
-        }
     }
-    sink.OnFix(fix);
-
-    PositionRecord position{};
-    position.latitude = fix.latitude;
-    position.longitude = fix.longitude;
-    position.altitude = fix.altitude;
-    position.fixMode = fix.fixMode;
-    sink.OnPosition(position);
-
-    CompassRecord compass{};
-    compass.heading = m_trueHeadingSeen ? m_trueHeading : m_course;
-    compass.fixMode = fix.fixMode;
-    sink.OnCompass(compass);
-
-    if (valid) {
-        KpiFixRecord kpi{};
-        static_assert(offsetof(FixRecord, fixMode) == offsetof(KpiFixRecord, speed), "a common beginning");
-        std::memcpy(&kpi, &fix, offsetof(KpiFixRecord, speed));
-        kpi.speed = fix.speed;
-        kpi.heading = fix.heading;
-        sink.OnKpiFix(kpi);
-    }
+    m_fixes.Send(sink, fix, m_trueHeadingSeen ? m_trueHeading : m_course);
 }
 
 void EpochBuilder::EmitSatellites(RecordSink& sink)

@@ -2,12 +2,14 @@
 
 #include "gnssutils/RecordSink.h"
 #include "gnssutils/epoch/CycleTracker.h"
+#include "gnssutils/epoch/FixOutput.h"
 #include "gnssutils/epoch/SatelliteList.h"
 #include "gnssutils/epoch/UtcCalendar.h"
 #include "gnssutils/nmea/Sentences.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 namespace gnss {
 
@@ -26,7 +28,7 @@ public:
         ~Output() = default;
     };
 
-    explicit EpochBuilder(Output& output) : m_output(output) {}
+    EpochBuilder(Output& output, FixOutput& fixes) : m_output(output), m_fixes(fixes) {}
     EpochBuilder(const EpochBuilder&) = delete;
     EpochBuilder& operator=(const EpochBuilder&) = delete;
 
@@ -36,8 +38,16 @@ public:
     /// Hands over an unfinished cycle, at the end of a file.
     void Finish();
     /// A start has been sent: what the receiver said before it is no answer to it. The unfinished cycle and
-    /// the last altitude are forgotten, and the next valid fix is a first one.
+    /// the last altitude are forgotten.
     void Restart();
+
+    /// What the sentences have told since the last call.
+    struct Told {
+        bool position = false;
+        bool satellites = false;
+    };
+    bool TakeToldPosition() { return std::exchange(m_told.position, false); }
+    bool TakeToldSatellites() { return std::exchange(m_told.satellites, false); }
 
 private:
     /// The best of the cycle's sentences that bear a position.
@@ -63,6 +73,8 @@ private:
     void NoteDate(const CivilDate& date, bool trusted);
 
     Output& m_output;
+    FixOutput& m_fixes;
+    Told m_told;
     CycleTracker m_cycle;
     UtcCalendar m_calendar;
 
@@ -92,7 +104,6 @@ private:
     // Carried on
     double m_altitude = 0;
     float m_course = 0;
-    bool m_firstFixArmed = true;
     std::int64_t m_discardedKey = kNoTime;
     std::int64_t m_lastFixKey = kNoTime;
     double m_lastFixLatitude = 0;

@@ -148,6 +148,15 @@ void SatelliteList::Fill(SatPosRecord& record, const UsedSatellites& used) const
     record.reserved = 0;
 }
 
+void SortForKpi(KpiCn0Record& record)
+{
+    std::sort(record.entry, record.entry + record.count, [](const KpiCn0Entry& a, const KpiCn0Entry& b) {
+        return std::make_tuple(-a.cn0, a.constellation, a.inuseFlag) <
+               std::make_tuple(-b.cn0, b.constellation, b.inuseFlag);
+    });
+    record.entry[record.count] = {};
+}
+
 void SatelliteList::Fill(KpiCn0Record& record, const UsedSatellites& used) const
 {
     std::size_t count = 0;
@@ -165,13 +174,8 @@ void SatelliteList::Fill(KpiCn0Record& record, const UsedSatellites& used) const
         const char letter = kSystemLetters[static_cast<int>(satellite.id.system)];
         record.entry[count++] = {letter, 0, static_cast<std::uint8_t>(used.Has(satellite.id) ? 1 : 0), cn0};
     }
-    std::sort(record.entry, record.entry + count, [](const KpiCn0Entry& a, const KpiCn0Entry& b) {
-        return std::make_tuple(-a.cn0, a.constellation, a.inuseFlag) <
-               std::make_tuple(-b.cn0, b.constellation, b.inuseFlag);
-    });
     record.count = static_cast<std::uint8_t>(count);
-    // The reader of this record looks at the used flag of one entry more than the count says.
-    record.entry[count] = {};
+    SortForKpi(record);
 }
 
 } // namespace gnss

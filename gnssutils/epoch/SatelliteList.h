@@ -25,6 +25,10 @@ private:
     std::uint64_t m_bits[kSystems][4] = {};
 };
 
+/// Puts the strongest signals first, and a zero entry behind the last: the reader of this record looks at the
+/// used flag of one entry more than the count says. At most 254 entries.
+void SortForKpi(KpiCn0Record& record);
+
 /// The satellites of one cycle with all their signals, each once.
 class SatelliteList {
 public:

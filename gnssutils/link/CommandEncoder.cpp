@@ -1,5 +1,7 @@
 #include "gnssutils/link/CommandEncoder.h"
 
+#include "gnssutils/link/Hex.h"
+
 #include <climits>
 #include <cstring>
 
@@ -11,17 +13,6 @@ bool BeginsWith(const std::uint8_t* data, std::size_t length, const char* text)
 {
     const std::size_t size = std::strlen(text);
     return length >= size && std::memcmp(data, text, size) == 0;
-}
-
-int HexDigit(std::uint8_t c)
-{
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
-    }
-    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
 
 SentCommand Describe(std::uint16_t id, std::uint16_t word1, std::size_t payloadLength)

@@ -1,5 +1,7 @@
 #include "gnssutils/link/LinkParser.h"
 
+#include "gnssutils/link/Hex.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -10,7 +12,7 @@ namespace {
 constexpr std::size_t kAtPrefixLength = sizeof kAtHexReport - 1;
 
 /// What a byte means to the scanner.
-enum ByteClass : std::uint8_t { Plain, Control, Dollar, Plus, Flag, Cr, Lf };
+enum ByteClass : std::uint8_t { Plain, Control, Cr, Lf, Dollar, Plus, Flag };
 
 struct ByteClasses {
     std::uint8_t of[256] = {};
@@ -19,29 +21,16 @@ struct ByteClasses {
         for (int c = 0; c < 0x20; ++c) {
             of[c] = Control;
         }
-        of[0x7F] = Control;
-        of['$'] = Dollar;
-        of['+'] = Plus;
-        of[kFrameFlag] = Flag;
-        of['\r'] = Cr;
-        of['\n'] = Lf;
+        Set(0x7F, Control);
+        Set('$', Dollar);
+        Set('+', Plus);
+        Set(kFrameFlag, Flag);
+        Set('\r', Cr);
+        Set('\n', Lf);
     }
+    constexpr void Set(std::uint8_t byte, ByteClass byteClass) { of[byte] = byteClass; }
 };
 constexpr ByteClasses kClasses;
-
-int HexDigit(std::uint8_t c)
-{
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
-    }
-    if (c >= 'A' && c <= 'F') {
-        return c - 'A' + 10;
-    }
-    return -1;
-}
 
 struct BodyScan {
     std::uint8_t checksum = 0;
@@ -160,27 +149,26 @@ const LinkParser::Byte* LinkParser::FillHeldFrame(const Byte* p, const Byte* end
 const LinkParser::Byte* LinkParser::SkipNoise(const Byte* p, const Byte* end)
 {
     std::size_t noise = 0;
+    std::uint8_t byteClass = Plain;
     for (; p < end; ++p) {
-        switch (kClasses.of[*p]) {
-        case Dollar:
-            m_counters.droppedBytes += noise;
-            return BeginSentence(p, end);
-        case Plus:
-            m_counters.droppedBytes += noise;
-            m_atMatched = 1;
-            return p + 1;
-        case Flag:
-            m_counters.droppedBytes += noise;
-            return BeginFrame(p, end);
-        case Cr:
-        case Lf:
+        byteClass = kClasses.of[*p];
+        if (byteClass >= Dollar) {
             break;
-        default:
-            ++noise;
         }
+        noise += byteClass < Cr ? 1 : 0;
     }
     m_counters.droppedBytes += noise;
-    return p;
+    if (p == end) {
+        return p;
+    }
+    if (byteClass == Dollar) {
+        return BeginSentence(p, end);
+    }
+    if (byteClass == Flag) {
+        return BeginFrame(p, end);
+    }
+    m_atMatched = 1;
+    return p + 1;
 }
 
 /// The fast road: a whole sentence that lies in the input with nothing odd in it is judged in place. All

@@ -76,7 +76,7 @@ UtcTime ReadTime(FieldReader& fields)
             if (d < 0 || d > 9) {
                 return time;
             }
-            nanos += d * unit;
+            nanos += std::int64_t{d} * unit;
             unit /= 10;
         }
     }
@@ -91,7 +91,7 @@ UtcTime ReadTime(FieldReader& fields)
     time.hour = hour;
     time.minute = minute;
     time.second = static_cast<double>(secondNanos) / static_cast<double>(nanosPerSecond);
-    time.key = (hour * 100 + minute) * 100 * nanosPerSecond + secondNanos;
+    time.key = std::int64_t{hour * 100 + minute} * 100 * nanosPerSecond + secondNanos;
     time.raw = static_cast<double>(time.key) / static_cast<double>(nanosPerSecond);
     return time;
 }

@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <map>
-#include <numeric>
 #include <set>
 
 using gnss::FrameView;
@@ -27,7 +26,11 @@ bool ChecksumHolds(const std::string& sentence)
 
 std::string Joined(const std::vector<std::string>& messages)
 {
-    return std::accumulate(messages.begin(), messages.end(), std::string());
+    std::string all;
+    for (const std::string& message : messages) {
+        all += message;
+    }
+    return all;
 }
 
 struct Statistics {

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "gnssutils/RecordSink.h"
+
+namespace gnss {
+
+/// Sends the records that one fix gives, wherever it comes from.
+class FixOutput {
+public:
+    /// The next valid fix is the first one since a start.
+    void Arm() { m_firstFixArmed = true; }
+
+    /// `fix.fixMode` 0 = no fix: then neither the first fix nor the record of the performance test comes.
+    /// `compassHeading` in degrees.
+    void Send(RecordSink& sink, const FixRecord& fix, float compassHeading);
+
+private:
+    bool m_firstFixArmed = true;
+};
+
+} // namespace gnss
