@@ -1,20 +1,55 @@
 #pragma once
 
+#include "AssistRequest.h"
+#include "Injector.h"
+
 #include <QWidget>
 
 #include <cstdint>
+#include <memory>
 
-/// The window of the online assistance.
+class QNetworkAccessManager;
+
+namespace Ui {
+class AssistOnline;
+}
+
+/// Fetches a block of assistance records from the service and sends it to the receiver record by record; sends a
+/// typed reference position.
 class AssistOnline : public QWidget {
     Q_OBJECT
 
 public:
     explicit AssistOnline(QWidget* parent = nullptr);
+    ~AssistOnline() override;
+
+    /// Sends the time and the records of a reply body. Pumps events; the window may be gone afterwards.
+    void InjectReply(const QByteArray& body);
+
+    /// What the form asks of the service.
+    AgnssRequestPara RequestPara() const;
+
+    /// Kept by an injection that ends early and by a position, and told by the next summary.
+    const InjectCounters& Counters() const { return m_counters; }
 
 signals:
     void SendMsg(uint8_t* buffer, int len);
     void CloseSignal();
 
+public slots:
+    void SlotReqAndInject();
+    void SlotInjectLoc();
+    /// Takes the reply that signals.
+    void AgnssDataFetched();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
+
+private:
+    void SendAgnssRequest(const ServerInfo& server, const AuthInfo& auth, const AgnssRequestPara& para);
+    Injector MakeInjector();
+
+    std::unique_ptr<Ui::AssistOnline> ui;
+    QNetworkAccessManager* m_manager = nullptr;
+    InjectCounters m_counters;
 };

@@ -1,10 +1,11 @@
 #include "HisInfoInject.h"
 
 #include "AssistRecords.h"
-#include "codec/ClassGnss.h"
+#include "codec/CommandFrame.h"
 #include "codec/Protocol.h"
 #include "main/AckWait.h"
 #include "main/CommandTexts.h"
+#include "main/FileDialogs.h"
 #include "main/MessageBoxes.h"
 #include "main/StatusLog.h"
 
@@ -15,7 +16,6 @@
 #include <QDebug>
 #include <QDir>
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -25,8 +25,6 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include <vector>
-
 namespace {
 
 const char readHistoryFrame[] = "7e 04 0d 00 02 01 00 00 01 00 00 00 7e";
@@ -35,11 +33,11 @@ constexpr int reportTimeoutMs = 5000;
 constexpr int ackLimitMs = 1000;
 constexpr QSize pushButtonSize(80, 21);
 
-int Encode(quint32 id, const QByteArray& payload, std::vector<uint8_t>& out)
+/// Logs a failure, in red.
+void AppendFailure(const QString& text)
 {
-    out.resize(ClassGnss::maxFrameLength);
-    return ClassGnss::GnssEncode(id, payload.constData(), static_cast<quint32>(payload.size()), out.data(),
-                                 ClassGnss::maxFrameLength);
+    AppendStatus(text);
+    HighlightStatus();
 }
 
 } // namespace
@@ -109,8 +107,8 @@ void HisInfoInject::ShowFilePath()
 void HisInfoInject::SlotSelectHisInfoFilePath()
 {
     const QPointer<HisInfoInject> guard(this);
-    const QString chosen = QFileDialog::getOpenFileName(this, tr("选择文件"), QFileInfo(m_filePath).path(),
-                                                        QStringLiteral("Bin file(*.bin)"));
+    const QString chosen =
+        AskFileToOpen(this, tr("选择文件"), QFileInfo(m_filePath).path(), QStringLiteral("Bin file(*.bin)"));
     if (guard.isNull()) {
         return;
     }
@@ -124,13 +122,12 @@ void HisInfoInject::SlotSelectHisInfoFilePath()
 
 void HisInfoInject::SlotSendRptHisInfoCmd()
 {
-    std::vector<uint8_t> out;
-    const int length = Encode(ClassGnss::passThroughId, QByteArray::fromHex(readHistoryFrame), out);
-    if (length < 0) {
+    const CommandFrame frame(ClassGnss::passThroughId, QByteArray::fromHex(readHistoryFrame));
+    if (!frame.IsEncoded()) {
         return;
     }
     const QPointer<HisInfoInject> guard(this);
-    emit SendMsg(out.data(), length);
+    emit SendMsg(frame.Data(), frame.Length());
     if (!guard.isNull()) {
         m_reportTimer->start(reportTimeoutMs);
     }
@@ -139,7 +136,7 @@ void HisInfoInject::SlotSendRptHisInfoCmd()
 void HisInfoInject::SlotRptHisInfoTimeout()
 {
     m_reportTimer->stop();
-    AppendStatus(tr("历史信息获取失败，请重新获取"));
+    AppendFailure(tr("历史信息获取失败，请重新获取"));
 }
 
 void HisInfoInject::OnHisInfo(const void* record, int length)
@@ -150,7 +147,7 @@ void HisInfoInject::OnHisInfo(const void* record, int length)
     m_reportTimer->stop();
     QFile file(m_filePath);
     if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate)) {
-        AppendStatus(tr("打开") + m_filePath + tr("失败！"));
+        AppendFailure(tr("打开") + m_filePath + tr("失败！"));
         return;
     }
     qint64 written = file.write(static_cast<const char*>(record), length);
@@ -175,7 +172,7 @@ void HisInfoInject::SlotInjectHisInfo()
         return;
     }
     if (utc == Step::Failed) {
-        AppendStatus(tr("UTC注入失败，不再继续注入历史信息"));
+        AppendFailure(tr("UTC注入失败，不再继续注入历史信息"));
         return;
     }
     InjectFile();
@@ -183,15 +180,14 @@ void HisInfoInject::SlotInjectHisInfo()
 
 HisInfoInject::Step HisInfoInject::InjectUtcTime()
 {
-    std::vector<uint8_t> out;
-    const int length = Encode(gnss::CmdUtcTime, UtcTimeRecord(QDateTime::currentDateTimeUtc()), out);
-    if (length < 0) {
-        qDebug().nospace().noquote() << "UTC time retLen err: " << length;
-        AppendStatus(tr("历史信息注入UTC时间 组包失败！"));
+    const CommandFrame frame(gnss::CmdUtcTime, UtcTimeRecord(QDateTime::currentDateTimeUtc()));
+    if (!frame.IsEncoded()) {
+        qDebug().nospace().noquote() << "UTC time retLen err: " << frame.Length();
+        AppendFailure(tr("历史信息注入UTC时间 组包失败！"));
         return Step::Failed;
     }
     QString answer;
-    const Step step = SendAndWait(out.data(), length, tr("历史信息注入UTC时间"), &answer);
+    const Step step = SendAndWait(frame, tr("历史信息注入UTC时间"), &answer);
     if (step != Step::Done) {
         return step;
     }
@@ -204,7 +200,7 @@ HisInfoInject::Step HisInfoInject::InjectFile()
 {
     QFile file(m_filePath);
     if (!file.open(QIODevice::ReadOnly)) {
-        AppendStatus(tr("历史信息数据文件 打开失败！"));
+        AppendFailure(tr("历史信息数据文件 打开失败！"));
         return Step::Failed;
     }
     // One byte more than any frame holds tells that a file is too long; the encoder then refuses it.
@@ -216,31 +212,28 @@ HisInfoInject::Step HisInfoInject::InjectFile()
         return Step::Failed;
     }
     AppendStatus(tr("读取历史文件成功：") + QString::number(size) + QLatin1String(" bytes"));
-    std::vector<uint8_t> out;
-    const int length = Encode(gnss::CmdInjectHistory, content, out);
-    if (length < 0) {
-        AppendStatus(tr("注入历史信息 组包失败！"));
-        HighlightStatus();
+    const CommandFrame frame(gnss::CmdInjectHistory, content);
+    if (!frame.IsEncoded()) {
+        AppendFailure(tr("注入历史信息 组包失败！"));
         return Step::Failed;
     }
     QString answer;
-    return SendAndWait(out.data(), length, tr("注入历史信息数据"), &answer);
+    return SendAndWait(frame, tr("注入历史信息数据"), &answer);
 }
 
-HisInfoInject::Step HisInfoInject::SendAndWait(uint8_t* frame, int length, const QString& name, QString* answer)
+HisInfoInject::Step HisInfoInject::SendAndWait(const CommandFrame& frame, const QString& name, QString* answer)
 {
-    const QPointer<HisInfoInject> guard(this);
+    const QPointer<QObject> guard(this);
     const AckWait wait;
-    emit SendMsg(frame, length);
-    const AckResult result =
-        guard.isNull() ? AckResult{AckOutcome::SenderGone, 0, {}} : wait.Run(this, ackLimitMs);
+    emit SendMsg(frame.Data(), frame.Length());
+    const AckResult result = wait.Run(guard, ackLimitMs);
     if (result.outcome == AckOutcome::SenderGone) {
-        AckWait::Finish();
         return Step::Gone;
     }
     if (result.outcome == AckOutcome::Answered) {
         *answer = result.message;
-        AppendStatus(result.message + QLatin1String(": ") + QString::number(length) + QLatin1String(" bytes"));
+        AppendStatus(result.message + QLatin1String(": ") + QString::number(frame.Length()) +
+                     QLatin1String(" bytes"));
     } else {
         AppendStatus(name + tr(" ACK超时"));
     }

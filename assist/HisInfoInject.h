@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+class CommandFrame;
 class QLineEdit;
 class QTimer;
 
@@ -44,7 +45,7 @@ private:
     void BuildForm();
     Step InjectUtcTime();
     Step InjectFile();
-    Step SendAndWait(uint8_t* frame, int length, const QString& name, QString* answer);
+    Step SendAndWait(const CommandFrame& frame, const QString& name, QString* answer);
 
     QLineEdit* m_pathEdit = nullptr;
     QString m_filePath;

@@ -10,6 +10,8 @@
 #include <QDebug>
 #include <QLibrary>
 
+#include <algorithm>
+
 namespace ClassGnss {
 namespace {
 
@@ -129,6 +131,20 @@ void GnssSleepSwitch(quint32 flag)
 void Lla2Enu(const double reference[3], const double position[3], double enu[3])
 {
     Call<const double*, const double*, double*>("Lla2Enu", "GnssLla2Enu fail!", reference, position, enu);
+}
+
+bool Lla2EnuMany(const double reference[3], const double (*positions)[3], double (*enus)[3], std::size_t count)
+{
+    std::fill(&enus[0][0], &enus[0][0] + 3 * count, 0.0);
+    auto function = Resolve<void (*)(const double*, const double*, double*)>("Lla2Enu");
+    if (function == nullptr) {
+        Log("GnssLla2Enu fail!");
+        return false;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        function(reference, positions[i], enus[i]);
+    }
+    return true;
 }
 
 void DeinitGnss(quint32 flag)

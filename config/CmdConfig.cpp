@@ -3,7 +3,7 @@
 #include "ui_CmdConfig.h"
 
 #include "codec/BoundsChecked.h"
-#include "codec/ClassGnss.h"
+#include "codec/CommandFrame.h"
 #include "codec/Protocol.h"
 #include "main/AckWait.h"
 #include "main/StatusLog.h"
@@ -133,32 +133,28 @@ void CmdConfig::SlotSendClicked()
     }
     const ConfigPage& page = ConfigPageAt(index);
     const QByteArray payload = ConfigPayload(index, Form());
-    const auto length = static_cast<std::size_t>(payload.size());
-    const std::unique_ptr<char[]> buffer(new char[length]);
-    if (memcpy_s(buffer.get(), length, payload.constData(), length) != 0) {
+    QByteArray buffer(payload.size(), Qt::Uninitialized);
+    if (memcpy_s(buffer.data(), static_cast<std::size_t>(buffer.size()), payload.constData(),
+                 static_cast<std::size_t>(payload.size())) != 0) {
         qDebug().noquote() << page.copyFailureText;
         return;
     }
-    uint8_t out[ClassGnss::maxFrameLength];
-    const int frameLength = ClassGnss::GnssEncode(page.commandId, buffer.get(), static_cast<quint32>(length), out,
-                                                  ClassGnss::maxFrameLength);
-    if (frameLength < 0) {
+    const CommandFrame frame(page.commandId, buffer);
+    if (!frame.IsEncoded()) {
         return;
     }
 
-    const QPointer<CmdConfig> guard(this);
+    const QPointer<QObject> guard(this);
     // The constellations go out before their state is set, the other pages after it.
     if (index == constellationPage) {
-        emit SendMsg(out, frameLength);
+        emit SendMsg(frame.Data(), frame.Length());
     }
     const AckWait wait;
     if (index != constellationPage) {
-        emit SendMsg(out, frameLength);
+        emit SendMsg(frame.Data(), frame.Length());
     }
-    const AckResult result =
-        guard.isNull() ? AckResult{AckOutcome::SenderGone, 0, {}} : wait.Run(this, ackLimitMs);
+    const AckResult result = wait.Run(guard, ackLimitMs);
     if (result.outcome == AckOutcome::SenderGone) {
-        AckWait::Finish();
         return;
     }
     AppendStatus(result.outcome == AckOutcome::Answered ? ConfigPageText(page.label) + result.message

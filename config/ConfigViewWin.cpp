@@ -1,7 +1,7 @@
 #include "ConfigViewWin.h"
 
 #include "CustomCommand.h"
-#include "codec/ClassGnss.h"
+#include "codec/CommandFrame.h"
 #include "main/MessageBoxes.h"
 #include "main/StatusLog.h"
 
@@ -121,11 +121,9 @@ void ConfigViewWin::OnTableViewCustomContextMenuRequested(QPoint pos)
 
 void ConfigViewWin::SlotAddCmdAction()
 {
-    int row = menuRow;
-    if (row == -1) {
-        // On an empty table that is row 0.
-        row = m_model->rowCount();
-    }
+    // Without a row under the menu, or with one that is gone since, the new row is the last.
+    const bool isThere = menuRow >= 0 && menuRow < m_model->rowCount();
+    const int row = isThere ? menuRow : m_model->rowCount();
     m_model->insertRow(row, new QStandardItem);
     SetSendButton(row);
 }
@@ -142,15 +140,11 @@ void ConfigViewWin::SlotClearTableAction()
 
 bool ConfigViewWin::SendCommand(const QString& text)
 {
-    const QByteArray bytes = CustomCommandBytes(text, CProductVersion::GetVersion());
-    uint8_t out[ClassGnss::maxFrameLength];
-    const int length = ClassGnss::GnssEncode(ClassGnss::passThroughId, bytes.constData(),
-                                             static_cast<quint32>(bytes.size()), out, ClassGnss::maxFrameLength);
-    if (length < 0) {
-        return false;
+    const CommandFrame frame(ClassGnss::passThroughId, CustomCommandBytes(text, CProductVersion::GetVersion()));
+    if (frame.IsEncoded()) {
+        emit SendMsg(frame.Data(), frame.Length());
     }
-    emit SendMsg(out, length);
-    return true;
+    return frame.IsEncoded();
 }
 
 void ConfigViewWin::WarnOfEmptyCommand()

@@ -1,6 +1,6 @@
 #include "ShortcutCmdWin.h"
 
-#include "codec/ClassGnss.h"
+#include "codec/CommandFrame.h"
 #include "codec/Protocol.h"
 
 #include <QFormLayout>
@@ -10,8 +10,7 @@
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <QVBoxLayout>
-
-#include <vector>
+#include <QtEndian>
 
 namespace ShortcutDefaults {
 int period = 1;
@@ -81,19 +80,16 @@ QWidget* ShortcutCmdWin::BuildPage(int page)
 
 void ShortcutCmdWin::SlotSendBtnClicked()
 {
-    std::vector<qint32> payload;
+    QByteArray payload;
     const QList<QSpinBox*> boxes = m_pages->currentWidget()->findChildren<QSpinBox*>();
     for (const QSpinBox* box : boxes) {
-        payload.push_back(box->value());
+        const qint32 value = qToLittleEndian<qint32>(box->value());
+        payload.append(reinterpret_cast<const char*>(&value), sizeof(value));
     }
-    const quint32 id = m_pages->currentIndex() == 0 ? gnss::CmdStart : gnss::CmdStop;
-    std::vector<uint8_t> out(ClassGnss::maxFrameLength);
-    const int length =
-        ClassGnss::GnssEncode(id, payload.data(), static_cast<quint32>(payload.size() * sizeof(qint32)),
-                              out.data(), ClassGnss::maxFrameLength);
+    const CommandFrame frame(m_pages->currentIndex() == 0 ? gnss::CmdStart : gnss::CmdStop, payload);
     const QPointer<ShortcutCmdWin> guard(this);
-    if (length >= 0) {
-        emit SendMsg(out.data(), length);
+    if (frame.IsEncoded()) {
+        emit SendMsg(frame.Data(), frame.Length());
     }
     if (!guard.isNull()) {
         close();

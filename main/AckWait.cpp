@@ -4,6 +4,7 @@
 #include "ProcessState.h"
 
 #include <QCoreApplication>
+#include <QThread>
 #include <QTime>
 
 void PumpDelay(int milliseconds)
@@ -11,6 +12,8 @@ void PumpDelay(int milliseconds)
     const QTime end = QTime::currentTime().addMSecs(milliseconds);
     while (QTime::currentTime() < end) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 100);
+        // It comes back at once when nothing is pending: without a pause a wait would keep a core busy.
+        QThread::msleep(1);
     }
 }
 
@@ -26,19 +29,19 @@ bool AckWait::Answered() const
            Global::ackCount != m_countAtStart;
 }
 
-AckResult AckWait::Run(QObject* sender, int limitMs, const Pump& pump) const
+AckResult AckWait::Run(const QPointer<QObject>& sender, int limitMs, const Pump& pump) const
 {
-    const QPointer<QObject> guard(sender);
     int counter = 0;
-    while (!Answered()) {
+    while (!sender.isNull() && !Answered()) {
         if (counter >= limitMs + stepMs) {
             return {};
         }
         counter += stepMs;
         pump(stepMs);
-        if (guard.isNull()) {
-            return {AckOutcome::SenderGone, 0, {}};
-        }
+    }
+    if (sender.isNull()) {
+        Finish();
+        return {AckOutcome::SenderGone, 0, {}};
     }
     if (counter > limitMs) {
         return {};

@@ -13,7 +13,7 @@ void PumpDelay(int milliseconds);
 enum class AckOutcome {
     Answered,   ///< an ACK came in time, whatever its status
     TimedOut,   ///< none came in time
-    SenderGone, ///< the sender was destroyed inside the wait: touch no member of it
+    SenderGone, ///< the sender was destroyed at its send or inside the wait: touch no member of it
 };
 
 struct AckResult {
@@ -37,8 +37,9 @@ public:
     explicit AckWait(quint8 column = 0);
 
     /// Waits until the ACK comes, or `limitMs` and one step have passed; an ACK seen in that last step is too
-    /// late. The state is looked at before the first pause.
-    AckResult Run(QObject* sender, int limitMs, const Pump& pump = PumpDelay) const;
+    /// late. The state is looked at before the first pause. `sender` is guarded from before the send on, since
+    /// a box about a closed port may outlive it. When it is gone no command is in flight any more.
+    AckResult Run(const QPointer<QObject>& sender, int limitMs, const Pump& pump = PumpDelay) const;
 
     /// Marks that no command is in flight.
     static void Finish();

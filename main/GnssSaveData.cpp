@@ -7,11 +7,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QTextStream>
-
-#include <limits>
+#include <QTime>
 
 namespace {
+
+constexpr quint32 kLongestEntry = 0x40000000;
+
+// Bytes of an entry's time and line end.
+constexpr int kEntryFrame = 12;
 
 // A path stands here once for each log that is open at it.
 QStringList openLogs;
@@ -57,17 +60,19 @@ void GnssSaveData::Write(const char* bytes, quint32 length)
     // What is pending is the folder, which QFile::remove never removes: the rolled logs stay, as they shall.
     if (!pendingRemovePath.isEmpty() && QFileInfo::exists(pendingRemovePath) && QFile::remove(pendingRemovePath))
         pendingRemovePath.clear();
-    if (bytes == nullptr || length == 0 || length > static_cast<quint32>(std::numeric_limits<int>::max()))
+    if (bytes == nullptr || length == 0 || length > kLongestEntry)
         return;
     if (file == nullptr || !file->isOpen())
         return;
-    {
-        // One character a byte on both sides, so that any byte reaches the file as it is.
-        QTextStream stream(file);
-        stream.setCodec("ISO 8859-1");
-        stream << '[' << QTime::currentTime().toString("hh:mm:ss") << "] "
-               << QString::fromLatin1(bytes, static_cast<int>(length)) << Qt::endl;
-    }
+    // As bytes and not as text, so that any byte reaches the file as it is.
+    QByteArray entry;
+    entry.reserve(static_cast<int>(length) + kEntryFrame);
+    entry += '[';
+    entry += QTime::currentTime().toString("hh:mm:ss").toLatin1();
+    entry += "] ";
+    entry.append(bytes, static_cast<int>(length));
+    entry += '\n';
+    file->write(entry);
     if (file->size() > kLogRollSize) {
         file->close();
         CompressLog();

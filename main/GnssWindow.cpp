@@ -28,6 +28,7 @@ GnssWindow::GnssWindow(const QString& title, int number, QWidget* parent) : QMai
     setContextMenuPolicy(Qt::NoContextMenu);
     Global::ResetForNewWindow();
     serialPort = new QSerialPort;
+    WatchOwnPort(serialPort);
     setWindowTitle(title);
 
     const QSettings settings(QStringLiteral("./Source-Datas/bin/config/language.ini"), QSettings::IniFormat);

@@ -51,13 +51,16 @@ class GnssWindow : public QMainWindow, private RecordTarget {
     Q_OBJECT
 
 public:
+    /// `number` is the host's and not used. With a parent the window lies inside it, and the parent owns it.
     GnssWindow(const QString& title, int number, QWidget* parent);
     ~GnssWindow() override;
 
 Q_SIGNALS:
+    /// The window is being destroyed; the codec is unloaded and the port closed by then.
     void closeGnssSignal();
     /// A frame for the port; joined by a direct connection, so the sender's buffer stays valid for the write.
     void SendMsg(uint8_t* outBuff, int outLen);
+    /// Global::positioningStarted has changed.
     void ChangeStartFlagSignal();
 
 public Q_SLOTS:
@@ -183,7 +186,6 @@ private:
     void ShowPortNames();
     void SetLinkPicture(bool open);
     void NewRawCapture();
-    void SilenceDeadLine();
     void WakeUpReceiver();
 
     // Positioning

@@ -6,7 +6,7 @@
 #include "StatusLog.h"
 #include "WorkingLogs.h"
 #include "codec/CallbackRouting.h"
-#include "codec/ClassGnss.h"
+#include "codec/CommandFrame.h"
 #include "codec/Protocol.h"
 #include "views/NMEAViewWin.h"
 
@@ -52,23 +52,15 @@ void GnssWindow::SlotStartClicked()
         ShowCriticalBox(this, tr("错误"), tr("当前已经启动，请勿重复触发！"));
         return;
     }
-    const QByteArray bytes = CommandBytes(gnss::kAtStart, startFrame);
-    uint8_t out[ClassGnss::maxFrameLength];
-    const int length = ClassGnss::GnssEncode(ClassGnss::passThroughId, bytes.constData(),
-                                             static_cast<quint32>(bytes.size()), out, sizeof(out));
-    if (length < 0) {
+    const CommandFrame frame(ClassGnss::passThroughId, CommandBytes(gnss::kAtStart, startFrame));
+    if (!frame.IsEncoded()) {
         return;
     }
-    const QPointer<GnssWindow> guard(this);
+    const QPointer<QObject> guard(this);
     const AckWait wait;
-    emit SendMsg(out, length);
-    if (guard.isNull()) {
-        AckWait::Finish();
-        return;
-    }
-    const AckResult result = wait.Run(this, startAckLimitMs);
+    emit SendMsg(frame.Data(), frame.Length());
+    const AckResult result = wait.Run(guard, startAckLimitMs);
     if (result.outcome == AckOutcome::SenderGone) {
-        AckWait::Finish();
         return;
     }
     if (result.outcome == AckOutcome::Answered) {
@@ -106,14 +98,11 @@ void GnssWindow::SlotStopBtnClicked()
 
 bool GnssWindow::SendReadyFrame(const QByteArray& bytes)
 {
-    uint8_t out[ClassGnss::maxFrameLength];
-    const int length = ClassGnss::GnssEncode(ClassGnss::passThroughId, bytes.constData(),
-                                             static_cast<quint32>(bytes.size()), out, sizeof(out));
-    if (length < 0) {
-        return false;
+    const CommandFrame frame(ClassGnss::passThroughId, bytes);
+    if (frame.IsEncoded()) {
+        emit SendMsg(frame.Data(), frame.Length());
     }
-    emit SendMsg(out, length);
-    return true;
+    return frame.IsEncoded();
 }
 
 void GnssWindow::SlotChangeSwitchImage()

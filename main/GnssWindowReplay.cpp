@@ -1,5 +1,6 @@
 #include "GnssWindow.h"
 
+#include "FileDialogs.h"
 #include "MessageBoxes.h"
 #include "ProcessState.h"
 #include "ReplaySplit.h"
@@ -13,7 +14,6 @@
 #include <QAction>
 #include <QDebug>
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QPushButton>
 #include <QTimer>
@@ -36,9 +36,8 @@ void GnssWindow::SlotReplayAction()
         return;
     }
     const QPointer<GnssWindow> guard(this);
-    const QString path =
-        QFileDialog::getOpenFileName(this, QStringLiteral("Select File"), lastDirectory,
-                                     QStringLiteral("Text file(*.txt *.log *.bin);;ALL files(*.*)"));
+    const QString path = AskFileToOpen(this, QStringLiteral("Select File"), lastDirectory,
+                                       QStringLiteral("Text file(*.txt *.log *.bin);;ALL files(*.*)"));
     if (guard.isNull() || path.isEmpty()) {
         return;
     }
@@ -48,7 +47,7 @@ void GnssWindow::SlotReplayAction()
         ShowWarningBox(this, QStringLiteral("GNSS"), QStringLiteral("Open file failed!"));
         return;
     }
-    replayChunks = SplitCapture(file.readAll());
+    replayChunks = SplitCapture(file);
     if (replayChunks.isEmpty()) {
         ShowWarningBox(this, QStringLiteral("GNSS"),
                        QStringLiteral("The playback file is incorrect.\nPlease select the correct file!"));
@@ -57,6 +56,7 @@ void GnssWindow::SlotReplayAction()
     replayTimer->start(ReplayInterval());
     Global::replayRunning = true;
     m_replayBtn->SetIcon(Picture(":/images/images/gnss/StopReplay.png"));
+    progressBar->setEnabled(true);
     m_progressAction->setVisible(true);
     m_pauseAction->setVisible(true);
 }
@@ -79,13 +79,16 @@ void GnssWindow::SlotSendReplayData()
     ClassGnss::GnssDecode(buffer.get(), static_cast<quint32>(size));
     const int sent = replayIndex;
     ++replayIndex;
-    if (!progressPressed) {
+    if (!progressPressed && !replayChunks.isEmpty()) {
         progressBar->setValue(static_cast<int>(static_cast<qint64>(sent) * 100 / replayChunks.size()));
     }
 }
 
 void GnssWindow::EndReplay()
 {
+    // A handle that the user holds is let go: once hidden the bar would never hear of its release, and the next
+    // replay would not move it.
+    progressBar->setEnabled(false);
     m_replayBtn->SetIcon(Picture(":/images/images/gnss/StartReplay.png"));
     m_pauseBtn->setIcon(Picture(":/images/images/gnss/PauseReplay.png"));
     replayChunks.clear();

@@ -1,9 +1,11 @@
 #include "GnssWindow.h"
 
+#include "FileDialogs.h"
 #include "MessageBoxes.h"
 #include "PortList.h"
 #include "ProcessState.h"
 #include "RawCapture.h"
+#include "SerialLine.h"
 #include "StatusLog.h"
 #include "codec/ClassGnss.h"
 #include "views/HexViewWin.h"
@@ -14,14 +16,8 @@
 
 #include <QDateTime>
 #include <QDebug>
-#include <QFileDialog>
 #include <QSerialPort>
-#include <QSocketNotifier>
 #include <QTimer>
-
-#ifdef Q_OS_UNIX
-#include <termios.h>
-#endif
 
 namespace {
 
@@ -141,10 +137,8 @@ void GnssWindow::NewRawCapture()
 
 void GnssWindow::SlotSaveBtnClicked()
 {
-    QPointer<GnssWindow> guard(this);
-    const QString chosen =
-        QFileDialog::getExistingDirectory(this, QStringLiteral("Selecting a path for saving serial port data."),
-                                          QString(), QFileDialog::ShowDirsOnly);
+    const QPointer<GnssWindow> guard(this);
+    const QString chosen = AskFolder(this, QStringLiteral("Selecting a path for saving serial port data."));
     if (guard.isNull()) {
         return;
     }
@@ -155,25 +149,13 @@ void GnssWindow::SlotSaveBtnClicked()
     }
 }
 
-void GnssWindow::SilenceDeadLine()
-{
-    // The notifiers of a hung-up line fire without end; the port stays open until the user closes it.
-    const QSerialPort::SerialPortError error = serialPort->error();
-    if (error == QSerialPort::ReadError || error == QSerialPort::ResourceError) {
-        const QList<QSocketNotifier*> notifiers = serialPort->findChildren<QSocketNotifier*>();
-        for (QSocketNotifier* notifier : notifiers) {
-            notifier->setEnabled(false);
-        }
-    }
-}
-
 void GnssWindow::SlotRecivePostMsg()
 {
     if (!serialPort->isOpen()) {
         return;
     }
     const QByteArray bytes = serialPort->readAll();
-    SilenceDeadLine();
+    SilenceDeadLine(*serialPort);
     if (bytes.isEmpty()) {
         return;
     }
@@ -225,10 +207,7 @@ void GnssWindow::WakeUpReceiver()
     serialPort->flush();
     qDebug().nospace().noquote() << "send 0x00 time:"
                                  << QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz"));
-#ifdef Q_OS_UNIX
-    // flush() hands the byte to the kernel only; it must have left at this rate.
-    tcdrain(serialPort->handle());
-#endif
+    WaitUntilSent(*serialPort);
     serialPort->setBaudRate(rate, QSerialPort::AllDirections);
 }
 

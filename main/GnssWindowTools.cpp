@@ -11,24 +11,22 @@
 
 namespace {
 
-/// Shows a tool window in front, and its button's picture of the shown state.
-void ShowToolWindow(QWidget& window, QPushButton* button, const char* picture)
+/// Sets the picture of a tool window's button; the reduced tool bars lack some of them.
+void ShowPicture(QPushButton* button, const char* picture)
 {
-    window.show();
-    window.raise();
-    window.activateWindow();
     if (button != nullptr) {
         button->setIcon(
             QIcon(ImageManager::GetPixmapObject(QLatin1String(":/images/images/gnss/") + QLatin1String(picture))));
     }
 }
 
-void ShowIdlePicture(QPushButton* button, const char* picture)
+/// Shows a tool window in front, and its button's picture of the shown state.
+void ShowToolWindow(QWidget& window, QPushButton* button, const char* picture)
 {
-    if (button != nullptr) {
-        button->setIcon(
-            QIcon(ImageManager::GetPixmapObject(QLatin1String(":/images/images/gnss/") + QLatin1String(picture))));
-    }
+    window.show();
+    window.raise();
+    window.activateWindow();
+    ShowPicture(button, picture);
 }
 
 } // namespace
@@ -53,7 +51,7 @@ void GnssWindow::SlotShowSerialSetting()
 
 void GnssWindow::SlotCloseSerialSetting()
 {
-    ShowIdlePicture(m_serialSettingBtn, "serialSettingC.png");
+    ShowPicture(m_serialSettingBtn, "serialSettingC.png");
 }
 
 void GnssWindow::ShowOnlineAsstWin()
@@ -63,7 +61,7 @@ void GnssWindow::ShowOnlineAsstWin()
 
 void GnssWindow::SlotCloseOnline()
 {
-    ShowIdlePicture(m_onlineBtn, "online_unlink.png");
+    ShowPicture(m_onlineBtn, "online_unlink.png");
 }
 
 void GnssWindow::ShowOfflineAsstWin()
@@ -73,7 +71,7 @@ void GnssWindow::ShowOfflineAsstWin()
 
 void GnssWindow::SlotCloseOffline()
 {
-    ShowIdlePicture(m_offlineBtn, "offline_unlink.png");
+    ShowPicture(m_offlineBtn, "offline_unlink.png");
 }
 
 void GnssWindow::ShowVersionLoadWin()
@@ -84,7 +82,7 @@ void GnssWindow::ShowVersionLoadWin()
 
 void GnssWindow::SlotCloseVersionLoad()
 {
-    ShowIdlePicture(m_versionBtn, "versionUnload.png");
+    ShowPicture(m_versionBtn, "versionUnload.png");
 }
 
 void GnssWindow::ShowHisInfoInjectWin()
@@ -100,7 +98,7 @@ void GnssWindow::ShowHisInfoInjectWin()
 
 void GnssWindow::SlotCloseHisInfoInject()
 {
-    ShowIdlePicture(m_hisInfoBtn, "hisNotOpen.png");
+    ShowPicture(m_hisInfoBtn, "hisNotOpen.png");
 }
 
 void GnssWindow::ShowSenceReplayWin()
@@ -132,6 +130,6 @@ void GnssWindow::SlotCloseProductTestView(QString title)
         window->deleteLater();
     }
     if (productTests.isEmpty()) {
-        ShowIdlePicture(m_productTestBtn, "ProductTestOff.png");
+        ShowPicture(m_productTestBtn, "ProductTestOff.png");
     }
 }

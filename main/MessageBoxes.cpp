@@ -14,6 +14,11 @@ void ShowBox(QMessageBox::Icon icon, QWidget* parent, const QString& title, cons
 
 } // namespace
 
+void ShowInformationBox(QWidget* parent, const QString& title, const QString& text)
+{
+    ShowBox(QMessageBox::Information, parent, title, text);
+}
+
 void ShowWarningBox(QWidget* parent, const QString& title, const QString& text)
 {
     ShowBox(QMessageBox::Warning, parent, title, text);

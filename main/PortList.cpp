@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QPointer>
 #include <QSerialPort>
 #include <QSerialPortInfo>
 
@@ -35,6 +36,12 @@ int CompareDigits(const QString& left, const QString& right)
         return a.size() < b.size() ? -1 : 1;
     }
     return QString::compare(a, b);
+}
+
+QVector<QPointer<QSerialPort>>& WatchedPorts()
+{
+    static QVector<QPointer<QSerialPort>> ports;
+    return ports;
 }
 
 } // namespace
@@ -98,8 +105,28 @@ QVector<PortEntry> AvailablePorts()
     return MergePorts(names, qEnvironmentVariable("GNSS_SERIAL_PORTS"));
 }
 
+void WatchOwnPort(QSerialPort* port)
+{
+    WatchedPorts().removeAll(QPointer<QSerialPort>());
+    WatchedPorts().append(port);
+}
+
+QStringList OwnOpenPorts()
+{
+    QStringList paths;
+    for (const QPointer<QSerialPort>& port : qAsConst(WatchedPorts())) {
+        if (!port.isNull() && port->isOpen()) {
+            paths.append(CanonicalPortPath(port->portName()));
+        }
+    }
+    return paths;
+}
+
 bool ProbePort(const QString& portName)
 {
+    if (OwnOpenPorts().contains(CanonicalPortPath(portName))) {
+        return false;
+    }
     QSerialPort port;
     port.setPortName(portName);
     if (!port.open(QIODevice::ReadWrite)) {

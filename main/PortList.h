@@ -6,6 +6,8 @@
 
 #include <functional>
 
+class QSerialPort;
+
 /// A serial port that can be offered.
 struct PortEntry {
     QString name;          ///< as shown and opened: the system's name, or a path
@@ -29,7 +31,14 @@ QVector<PortEntry> MergePorts(const QStringList& systemNames, const QString& lis
 /// The ports of this machine, with those of the environment variable GNSS_SERIAL_PORTS.
 QVector<PortEntry> AvailablePorts();
 
-/// Whether the port can be opened now; it is closed again.
+/// Takes a port of this process into account for as long as it lives.
+void WatchOwnPort(QSerialPort* port);
+
+/// The canonical paths of the watched ports that are open now.
+QStringList OwnOpenPorts();
+
+/// Whether the port can be opened now; it is closed again. One that this process has open is in use: a second open
+/// would disturb the line settings of the live link.
 bool ProbePort(const QString& portName);
 
 struct PortScan {
@@ -37,7 +46,6 @@ struct PortScan {
     QStringList busy;
 };
 
-/// Probes every port but those open here, given by their canonical paths: those are not busy for us, and a
-/// second open would disturb the line settings of the live link.
+/// Probes every port but the caller's own, given by their canonical paths: those are not busy for the caller.
 PortScan ScanPorts(const QVector<PortEntry>& ports, const QStringList& ownOpenPaths,
                    const std::function<bool(const QString&)>& probe = ProbePort);

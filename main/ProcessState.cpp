@@ -7,6 +7,7 @@ quint32 currentBaudRate = kDefaultBaudRate;
 bool serialOpen = false;
 QStringList busyPortNames;
 bool pluginConnected = false;
+QString loaderPortName;
 
 int ackState = 4;
 quint8 ackTableColumn = 0;
@@ -30,6 +31,7 @@ void ResetForNewWindow()
     serialOpen = false;
     busyPortNames.clear();
     pluginConnected = false;
+    loaderPortName.clear();
     ackState = 4;
     ackTableColumn = 0;
     ackMessage.clear();

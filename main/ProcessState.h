@@ -14,6 +14,7 @@ extern quint32 currentBaudRate;   ///< bits per second
 extern bool serialOpen;           ///< mirrors an open port
 extern QStringList busyPortNames; ///< ports that exist but cannot be opened
 extern bool pluginConnected;      ///< stored for the host, read by nothing
+extern QString loaderPortName;    ///< the last port that the firmware window was changed to
 
 // Commands
 extern int ackState;            ///< 4 idle, 5 sent, 0 to 3 the receiver's status, -1 unknown status

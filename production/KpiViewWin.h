@@ -1,15 +1,33 @@
 #pragma once
 
+#include "KpiSatellites.h"
+#include "KpiSequencer.h"
+#include "KpiTestHost.h"
+
+#include <QMap>
 #include <QWidget>
 
+#include <array>
 #include <cstdint>
+#include <memory>
 
-/// The window of the performance test.
-class KpiViewWin : public QWidget {
+class QStringListModel;
+class QTableWidget;
+class QTimer;
+class RefLocWin;
+struct RefLocation;
+
+namespace Ui {
+class KpiViewWin;
+}
+
+/// The window of the performance test: form, timers and tables around the sequencer.
+class KpiViewWin : public QWidget, private KpiTestHost {
     Q_OBJECT
 
 public:
     explicit KpiViewWin(QWidget* parent);
+    ~KpiViewWin() override;
 
     /// Take the test's records of the codec; `length` in bytes.
     void OnKpiFix(const void* buffer, int length);
@@ -22,4 +40,56 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+
+private slots:
+    bool SlotEditStartBtnClicked();
+    void SlotEditStopBtnClicked();
+    void SlotSendColdStart();
+    void SlotSendHotStart();
+    void SlotSendAllNmeaRpt();
+    void SlotTestTimeout();
+    void SlotTestCompleteTrk();
+    void SlotTestCompleteDelay();
+    void SaveTestRes2CsvFile();
+    void SaveTestCfg2IniFile();
+    void ChangeRefLocWhileCbxIdxChange(int index);
+
+private:
+    // KpiTestHost
+    KpiTestConfig Config() const override;
+    bool ColdTicked() const override;
+    bool HotTicked() const override;
+    KpiPlace Reference() const override;
+    bool PositioningStarted() const override;
+    QDateTime Now() const override;
+    KpiSend Send(KpiFrame frame) override;
+    void WakeUp() override;
+    bool Wait(int milliseconds) override;
+    bool Warn(KpiWarning warning) override;
+    void StartTimer(KpiTimer timer, int milliseconds) override;
+    void StopTimer(KpiTimer timer) override;
+    void ShowRunning(bool running) override;
+    void LockControls(bool lock) override;
+    void ClearResults() override;
+    void ShowResult(KpiTestMode mode, int row, int column, const QString& text) override;
+
+    void StyleForm();
+    void ConnectControls();
+    void ShowConfig(const KpiConfigTexts& texts);
+    KpiConfigTexts ConfigTexts() const;
+    void LoadReferences();
+    void AddReference(const RefLocation& location);
+    void ShowReference(const std::array<QString, 3>& place);
+    QTimer* TimerOf(KpiTimer timer) const;
+    QTableWidget* ResultTable(KpiTestMode mode) const;
+
+    std::unique_ptr<Ui::KpiViewWin> ui;
+    QStringListModel* m_listModel = nullptr;
+    QTimer* testTimeoutTimer = nullptr;
+    QTimer* testTrackTimer = nullptr;
+    QTimer* testDelayTimer = nullptr;
+    KpiSatellites m_satellites;
+    KpiSequencer m_sequencer;
+    RefLocWin* refLocWin = nullptr;
+    QMap<int, std::array<QString, 3>> refLocMap; ///< longitude, latitude, altitude by index of the combo box
 };

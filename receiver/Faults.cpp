@@ -67,6 +67,20 @@ constexpr FaultKind kKinds[] = {
      }},
     {"no-fix", Needs::Nothing, 0, 0, false, "no-fix", "weak signals and never a fix",
      [](Faults& f, const double*, int) { f.noFix = true; }},
+    {"loader-wrong", Needs::MaybeValue, 1, kLongest, false, "loader-wrong[=N]",
+     "the loader's answer N to a firmware load (1) holds a wrong byte",
+     [](Faults& f, const double* v, int n) { f.loaderWrong = n > 0 ? static_cast<std::int64_t>(v[0]) : 1; }},
+    {"loader-mute", Needs::MaybeValue, 1, kLongest, false, "loader-mute[=N]",
+     "the loader's answers do not come, from answer N on (1)",
+     [](Faults& f, const double* v, int n) { f.loaderMute = n > 0 ? static_cast<std::int64_t>(v[0]) : 1; }},
+    {"loader-late", Needs::Value, 1, 600000, false, "loader-late=MS",
+     "the loader's answers come MS milliseconds late",
+     [](Faults& f, const double* v, int) { f.loaderLateMillis = static_cast<std::int64_t>(v[0]); }},
+    {"loader-split", Needs::MaybeValue, 1, 600000, false, "loader-split[=MS]",
+     "the loader's answers come in two parts, MS milliseconds apart (120)",
+     [](Faults& f, const double* v, int n) {
+         f.loaderSplitMillis = n > 0 ? static_cast<std::int64_t>(v[0]) : 120;
+     }},
 };
 
 bool Fail(std::string& error, const FaultKind& kind, std::string_view what)

@@ -31,6 +31,10 @@ public:
     double sleepAt = -1.0;           ///< seconds
     double wakeRequestAfter = 2.0;   ///< seconds; 0: none
     bool noFix = false;
+    std::int64_t loaderWrong = 0;       ///< which of the loader's answers has a wrong byte; 0: none
+    std::int64_t loaderMute = 0;        ///< from which on there is none; 0: never
+    std::int64_t loaderLateMillis = 0;  ///< how much later they come
+    std::int64_t loaderSplitMillis = 0; ///< how long after its first byte the rest of each comes; 0: with it
 };
 
 } // namespace vrx

@@ -1,5 +1,9 @@
 #include "receiver/HostStream.h"
 
+#include "receiver/LoaderMessages.h"
+
+#include <algorithm>
+
 namespace vrx {
 
 namespace {
@@ -51,9 +55,21 @@ bool HostStream::TakeOne(std::vector<Item>& items)
             }
         }
     }
+    if (p[0] == kLoaderMagic.front()) {
+        const std::size_t known = std::min(m_buffer.size(), kLoaderMagic.size());
+        if (m_buffer.compare(0, known, kLoaderMagic, 0, known) == 0) {
+            if (known < kLoaderMagic.size()) {
+                return false;
+            }
+            items.push_back({Item::Kind::Loader, m_buffer});
+            m_buffer.clear();
+            return true;
+        }
+    }
     // Noise goes in one piece, up to the next byte that could begin something.
     std::size_t next = 1;
-    while (next < m_buffer.size() && p[next] != 0 && p[next] != gnss::kFrameFlag && p[next] != 'A') {
+    while (next < m_buffer.size() && p[next] != 0 && p[next] != gnss::kFrameFlag && p[next] != 'A' &&
+           p[next] != static_cast<std::uint8_t>(kLoaderMagic.front())) {
         ++next;
     }
     m_buffer.erase(0, next);

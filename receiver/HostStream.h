@@ -9,12 +9,13 @@
 
 namespace vrx {
 
-/// Cuts what the host sends into frames, AT lines and single 0x00 bytes; everything else is noise.
+/// Cuts what the host sends into frames, AT lines and single 0x00 bytes, and notices where a firmware load begins;
+/// everything else is noise.
 class HostStream {
 public:
     struct Item {
-        enum class Kind { Frame, AtLine, Zero } kind;
-        std::string bytes; ///< the whole frame, or the line without its end
+        enum class Kind { Frame, AtLine, Zero, Loader } kind;
+        std::string bytes; ///< the whole frame, the line without its end, or all from the first loader message on
     };
 
     /// Takes bytes that came at `now`; returns what they complete, in order.

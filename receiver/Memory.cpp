@@ -1,6 +1,7 @@
 #include "receiver/Memory.h"
 
 #include "codec/Protocol.h"
+#include "receiver/Crc32.h"
 
 #include <cmath>
 #include <cstring>
@@ -31,19 +32,6 @@ template <typename Value> Value Get(std::string_view block, std::size_t at)
     Value value;
     std::memcpy(&value, block.data() + at, sizeof value);
     return value;
-}
-
-std::uint32_t Check(std::string_view bytes)
-{
-    // CRC-32, reflected, polynomial 0xEDB88320.
-    std::uint32_t crc = 0xFFFFFFFFu;
-    for (const char c : bytes) {
-        crc ^= static_cast<std::uint8_t>(c);
-        for (int bit = 0; bit < 8; ++bit) {
-            crc = (crc >> 1) ^ ((crc & 1u) != 0 ? 0xEDB88320u : 0u);
-        }
-    }
-    return ~crc;
 }
 
 } // namespace
@@ -86,7 +74,7 @@ std::string PackHistory(const Memory& memory, Millis utc)
     Put(block, memory.position.longitude);
     Put(block, memory.position.altitude);
     block += entries;
-    Put(block, Check(block));
+    Put(block, Crc32(block));
     return block;
 }
 
@@ -95,7 +83,7 @@ bool UnpackHistory(std::string_view block, Memory& memory)
     if (block.size() < kHeaderSize + kCheckSize || std::memcmp(block.data(), kMagic, sizeof kMagic) != 0 ||
         Get<std::uint16_t>(block, 8) != block.size() ||
         Get<std::uint32_t>(block, block.size() - kCheckSize) !=
-            Check(block.substr(0, block.size() - kCheckSize))) {
+            Crc32(block.substr(0, block.size() - kCheckSize))) {
         return false;
     }
     const std::size_t count = Get<std::uint16_t>(block, 10);

@@ -297,9 +297,10 @@ void WriteSentences(const Epoch& epoch, std::uint8_t mask, std::vector<std::stri
     single(SentencePn, Pn);
 }
 
-std::string VersionSentence()
+std::string VersionSentence(std::string_view version)
 {
-    std::string s = "$GNTXT,01,01,02,VERSION VRX 1.0";
+    std::string s = "$GNTXT,01,01,02,VERSION ";
+    s += version;
     CloseSentence(s);
     return s;
 }

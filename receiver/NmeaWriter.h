@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vrx {
@@ -28,6 +29,6 @@ void CloseSentence(std::string& sentence);
 void WriteSentences(const Epoch& epoch, std::uint8_t mask, std::vector<std::string>& out);
 
 /// The line that tells the firmware's version.
-std::string VersionSentence();
+std::string VersionSentence(std::string_view version);
 
 } // namespace vrx

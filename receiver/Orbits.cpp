@@ -18,9 +18,6 @@ constexpr SignalPlan kSignals[kSystems][2] = {
     {{1, 1575.42, 0.0, -0.5}, {8, 1176.45, 0.0, 0.5}},
 };
 
-// The orbits' elements hold at this moment, when the earth's prime meridian is taken to point along the x axis.
-constexpr Millis kReference = 1577836800000;
-
 constexpr double kMediumGps = 26559700.0;
 constexpr double kMediumGlonass = 25508000.0;
 constexpr double kMediumGalileo = 29600000.0;
@@ -148,6 +145,12 @@ const std::vector<Orbit>& AllOrbits()
     return all;
 }
 
+std::uint8_t NumberInSystem(const Orbit& orbit)
+{
+    constexpr int first[kSystems] = {1, 1, 65, 1, 193};
+    return static_cast<std::uint8_t>(orbit.svid - first[static_cast<std::size_t>(orbit.system)] + 1);
+}
+
 double PeriodOf(const Orbit& orbit)
 {
     return 2.0 * kPi * std::sqrt(orbit.radius * orbit.radius * orbit.radius / kGravity);
@@ -155,7 +158,7 @@ double PeriodOf(const Orbit& orbit)
 
 Vector3 PositionAt(const Orbit& orbit, Millis utc)
 {
-    const double t = static_cast<double>(utc - kReference) / 1000.0;
+    const double t = static_cast<double>(utc - kOrbitReference) / 1000.0;
     const double u = orbit.argument + 2.0 * kPi * std::fmod(t / PeriodOf(orbit), 1.0);
     const double node = orbit.node - std::fmod(kEarthRate * t, 2.0 * kPi);
     const double cu = std::cos(u);

@@ -38,8 +38,14 @@ struct Orbit {
     double argument;     ///< radians, argument of latitude at the reference time
 };
 
+/// The orbits' elements hold at this moment, when the earth's prime meridian is taken to point along the x axis.
+constexpr Millis kOrbitReference = 1577836800000;
+
 /// All satellites of all systems; never changes.
 const std::vector<Orbit>& AllOrbits();
+
+/// The satellite's number inside its system, from 1.
+std::uint8_t NumberInSystem(const Orbit& orbit);
 
 /// Earth-fixed metres.
 Vector3 PositionAt(const Orbit& orbit, Millis utc);

@@ -34,7 +34,7 @@ Receiver::Receiver(const ReceiverOptions& options)
     : m_options(options), m_sky(Seeded(options.seed, BranchSky)),
       m_engine(Seeded(options.seed, BranchEngine), options.times),
       m_wander(Seeded(options.seed, BranchWander), options.errorMetres),
-      m_output(options.faults, Seeded(options.seed, BranchLine))
+      m_output(options.faults, Seeded(options.seed, BranchLine)), m_loader(options.faults)
 {
     m_settings.rateHz = options.rateHz;
     if (options.faults.noFix) {
@@ -51,7 +51,7 @@ Receiver::Receiver(const ReceiverOptions& options)
             memory.ephemerisUntil[view.index] = UtcAt(0) + kKeptEphemeris;
         }
     }
-    SendText(VersionSentence(), 0);
+    SendText(VersionSentence(m_version), 0);
     if (!options.idle) {
         Start(0);
     }
@@ -70,7 +70,8 @@ Millis Receiver::SleepAt() const
 
 Millis Receiver::NextEvent() const
 {
-    Millis next = std::min({m_nextEpoch, m_output.NextEvent(), SleepAt(), m_wakeRequestAt});
+    Millis next =
+        std::min({m_nextEpoch, m_output.NextEvent(), SleepAt(), m_wakeRequestAt, m_loader.NextEvent()});
     for (const Later& later : m_later) {
         next = std::min(next, later.at);
     }
@@ -104,6 +105,7 @@ void Receiver::Advance(Millis now)
             SendFrame(MakeFrame(gnss::RptSleep, 0, 0, &wakeMe, 1), m_now);
             m_wakeRequestAt = kNever;
         }
+        RunLoader(m_now);
         if (m_now >= m_nextEpoch) {
             RunEpoch(m_now);
             ScheduleEpoch(m_now);
@@ -142,6 +144,29 @@ void Receiver::Stop()
     m_running = false;
     m_nextEpoch = kNever;
     m_engine.Stop();
+}
+
+void Receiver::EnterLoader(Millis now)
+{
+    Stop();
+    m_later.clear();
+    m_loader.Enter(now);
+}
+
+void Receiver::RunLoader(Millis now)
+{
+    for (std::string& piece : m_loader.Advance(now)) {
+        m_output.Put(now, std::move(piece));
+    }
+    if (m_loader.TakeReboot(m_version)) {
+        // It boots with nothing in its memory and waits for a start command, so that the line with its version
+        // stands alone.
+        m_settings = Configuration();
+        m_settings.rateHz = m_options.rateHz;
+        m_engine.Known().Forget();
+        m_stream.Clear();
+        SendText(VersionSentence(m_version), now);
+    }
 }
 
 void Receiver::RunEpoch(Millis now)

@@ -3,6 +3,7 @@
 #include "receiver/FaultyOutput.h"
 #include "receiver/FixEngine.h"
 #include "receiver/HostStream.h"
+#include "receiver/Loader.h"
 #include "receiver/Motion.h"
 #include "receiver/NmeaWriter.h"
 
@@ -88,6 +89,9 @@ private:
     void RunEpoch(Millis now);
     void RunReports(Millis now, const Epoch& epoch);
 
+    void EnterLoader(Millis now);
+    void RunLoader(Millis now);
+
     void HandleItem(const HostStream::Item& item, Millis now);
     void HandleFrame(const gnss::FrameView& frame, Millis now);
     void HandleAtLine(const std::string& line, Millis now);
@@ -111,6 +115,8 @@ private:
     PositionWander m_wander;
     HostStream m_stream;
     FaultyOutput m_output;
+    Loader m_loader;
+    std::string m_version = "VRX 1.0";
     std::vector<Later> m_later;
     bool m_running = false;
     bool m_asleep = false;

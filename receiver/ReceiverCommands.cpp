@@ -40,13 +40,23 @@ void Receiver::Receive(const std::uint8_t* bytes, std::size_t length, Millis now
         bytes = zero + 1;
         m_stream.Clear();
     }
-    for (const HostStream::Item& item : m_stream.Feed(bytes, length, m_now)) {
-        HandleItem(item, m_now);
+    if (m_loader.Active()) {
+        m_loader.Receive({reinterpret_cast<const char*>(bytes), length}, m_now);
+    } else {
+        for (const HostStream::Item& item : m_stream.Feed(bytes, length, m_now)) {
+            HandleItem(item, m_now);
+        }
     }
+    RunLoader(m_now);
 }
 
 void Receiver::HandleItem(const HostStream::Item& item, Millis now)
 {
+    if (item.kind == HostStream::Item::Kind::Loader) {
+        EnterLoader(now);
+        m_loader.Receive(item.bytes, now);
+        return;
+    }
     if (item.kind == HostStream::Item::Kind::AtLine) {
         if (m_options.product == gnss::kAtProduct) {
             HandleAtLine(item.bytes, now);

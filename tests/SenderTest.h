@@ -9,6 +9,7 @@
 
 #include "HostSupportConfig.h"
 
+#include <QTextCursor>
 #include <QTextEdit>
 #include <QTimer>
 
@@ -64,6 +65,15 @@ public:
     }
 
     QStringList Status() const { return m_log.toPlainText().split('\n', Qt::SkipEmptyParts); }
+
+    /// Whether the end of the last line is red.
+    bool LastIsRed() const
+    {
+        QTextCursor cursor(m_log.document());
+        cursor.movePosition(QTextCursor::End);
+        cursor.movePosition(QTextCursor::Left, QTextCursor::KeepAnchor);
+        return cursor.charFormat().foreground().color() == Qt::red;
+    }
 
     QList<QByteArray> frames;
     QList<int> stateAtSend;

@@ -1,15 +1,16 @@
 #pragma once
 
+#include <QString>
 #include <QWidget>
 
-/// The window of the compass.
+/// The heading as a needle over a dial, with the fix mode in words.
 class CompassViewWin : public QWidget {
     Q_OBJECT
 
 public:
     explicit CompassViewWin(QWidget* parent);
 
-    /// Takes a record of the codec; `length` in bytes.
+    /// Takes a CompassRecord; `length` in bytes.
     void OnRecord(const void* buffer, int length);
 
 signals:
@@ -17,4 +18,13 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void PaintDial(QPainter& painter) const;
+    void PaintNeedle(QPainter& painter) const;
+    void PaintTexts(QPainter& painter) const;
+
+    float heading = 0.0F; ///< degrees clockwise from north
+    QString modeText;
 };

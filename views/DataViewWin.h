@@ -2,14 +2,16 @@
 
 #include <QWidget>
 
-/// The window of the table of the latest fix.
+class QTableWidget;
+
+/// The latest fix as a table.
 class DataViewWin : public QWidget {
     Q_OBJECT
 
 public:
     explicit DataViewWin(QWidget* parent);
 
-    /// Takes a record of the codec; `length` in bytes.
+    /// Takes a FixRecord; `length` in bytes.
     void OnRecord(const void* buffer, int length);
 
 signals:
@@ -17,4 +19,7 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+
+private:
+    QTableWidget* m_table = nullptr;
 };

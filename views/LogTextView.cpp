@@ -17,6 +17,7 @@
 #include <QTextCursor>
 #include <QTextStream>
 #include <QTime>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -25,6 +26,9 @@ namespace {
 
 // Small enough that a line of sixteen bytes fits into a quarter of a window.
 constexpr int kPointSize = 8;
+
+// Lines that are seen are shown in steps of 40 ms: a repaint for every record costs more than all the rest.
+constexpr int kFlushMs = 40;
 
 } // namespace
 
@@ -57,6 +61,10 @@ LogTextView::LogTextView(const QString& logName, const char* codecName, QWidget*
     column->setSpacing(0);
     column->addLayout(m_row);
     column->addWidget(textEdit, 1);
+
+    m_flushTimer = new QTimer(this);
+    m_flushTimer->setSingleShot(true);
+    connect(m_flushTimer, &QTimer::timeout, this, &LogTextView::FlushLines);
 
     saveData = new GnssSaveData(this);
     saveData->SetLogName(logName);
@@ -95,6 +103,7 @@ void LogTextView::SlotClearBtnClicked()
 
 void LogTextView::SlotBottomBtnClicked()
 {
+    FlushLines();
     textEdit->verticalScrollBar()->setValue(textEdit->verticalScrollBar()->maximum());
 }
 
@@ -126,6 +135,7 @@ void LogTextView::ProcScrolledPastTop()
         stream.setCodec(m_codecName);
     stream.setAutoDetectUnicode(false);
 
+    FlushLines();
     // The text that stands in the window stays there; the older one is found above it.
     const int linesBefore = textEdit->blockCount();
     const int scrolled = textEdit->verticalScrollBar()->value();
@@ -144,6 +154,12 @@ bool LogTextView::eventFilter(QObject* watched, QEvent* event)
             emit ScrolledPastTop();
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void LogTextView::hideEvent(QHideEvent* event)
+{
+    FlushLines();
+    QWidget::hideEvent(event);
 }
 
 void LogTextView::closeEvent(QCloseEvent* event)
@@ -167,6 +183,15 @@ void LogTextView::AddLine(const QString& line)
 
 void LogTextView::ShowLines()
 {
+    if (!isVisible())
+        FlushLines();
+    else if (!m_flushTimer->isActive())
+        m_flushTimer->start(kFlushMs);
+}
+
+void LogTextView::FlushLines()
+{
+    m_flushTimer->stop();
     if (!m_haveLines)
         return;
     textEdit->appendPlainText(m_lines);

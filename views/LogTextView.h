@@ -5,6 +5,7 @@
 class GnssSaveData;
 class QBoxLayout;
 class QPlainTextEdit;
+class QTimer;
 class QToolButton;
 
 /// What the NMEA and the hex view have in common: running text that is written to a working log, a row of
@@ -34,6 +35,7 @@ protected:
     LogTextView(const QString& logName, const char* codecName, QWidget* parent);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
     /// An icon button named `name`, appended to the row.
@@ -45,7 +47,8 @@ protected:
     /// Collects a line for the next ShowLines.
     void AddLine(const QString& line);
 
-    /// Appends the collected lines to the text in one go, since every append costs a layout.
+    /// Has the collected lines appended to the text in one go, since every append costs a layout: at once while
+    /// the view is hidden, else within 40 ms.
     void ShowLines();
 
     QPlainTextEdit* textEdit = nullptr;
@@ -56,6 +59,9 @@ protected:
     GnssSaveData* saveData = nullptr;
 
 private:
+    void FlushLines();
+
+    QTimer* m_flushTimer = nullptr;
     bool showTime = false;
     int historyIndex = 1; ///< next log to show, newest first; 0 is the one being written
     QString m_logName;

@@ -2,19 +2,33 @@
 
 #include <QWidget>
 
-/// The window of the field-level inspector of messages.
+class MsgViewRightWin;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+/// The fields of every message: a tree of the types, and the latest values of the one that is chosen.
 class MessageViewWin : public QWidget {
     Q_OBJECT
 
 public:
     explicit MessageViewWin(QWidget* parent);
 
-    /// Takes a record of the codec; `length` in bytes.
+    /// Takes a MessageRecord; `length` in bytes.
     void OnRecord(const void* buffer, int length);
 
 signals:
     void CloseSignal();
 
+public slots:
+    /// Shows the chosen item at the right.
+    void SlotUpdateRightWin(QTreeWidgetItem* item, int column);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
+
+private:
+    void FillTree();
+
+    QTreeWidget* m_tree = nullptr;
+    MsgViewRightWin* m_right = nullptr;
 };

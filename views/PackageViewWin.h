@@ -2,19 +2,41 @@
 
 #include <QWidget>
 
-/// The window of the list of frames that passed the link.
+class GnssSaveData;
+class QBoxLayout;
+class QStandardItemModel;
+class QTableView;
+class QToolButton;
+
+/// The frames that crossed the link, one to a row.
 class PackageViewWin : public QWidget {
     Q_OBJECT
 
 public:
     explicit PackageViewWin(QWidget* parent);
 
-    /// Takes a record of the codec; `length` in bytes.
+    /// Takes a PackageRecord; `length` in bytes.
     void OnRecord(const void* buffer, int length);
 
 signals:
     void CloseSignal();
 
+public slots:
+    void SlotClearBtnClicked();
+    void SlotBottomBtnClicked();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
+
+private:
+    void FitColumns(const QStringList& labels);
+    QToolButton* AddButton(QBoxLayout* row, const QString& name, const QString& icon, const QString& toolTip);
+
+    QTableView* tableView = nullptr;
+    QToolButton* clearBtn = nullptr;
+    QToolButton* bottomBtn = nullptr;
+    bool followBottom = false;
+    int rowCounter = 0; ///< rows since the table last restarted by itself
+    QStandardItemModel* m_model = nullptr;
+    GnssSaveData* saveData = nullptr;
 };

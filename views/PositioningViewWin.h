@@ -1,20 +1,89 @@
 #pragma once
 
+#include "views/TrackDots.h"
+#include "views/TrackGeometry.h"
+
+#include <QFont>
+#include <QPixmap>
+#include <QRgb>
+#include <QSize>
 #include <QWidget>
 
-/// The window of the track plot.
+#include <vector>
+
+class AgeEdit;
+class QAction;
+class QTimer;
+
+/// The track as a plan around a centre point: rings of distance, a dot for each fix, the last one in red.
 class PositioningViewWin : public QWidget {
     Q_OBJECT
 
 public:
     explicit PositioningViewWin(QWidget* parent);
+    ~PositioningViewWin() override;
 
-    /// Takes a record of the codec; `length` in bytes.
+    /// Takes a PositionRecord; `length` in bytes.
     void OnRecord(const void* buffer, int length);
 
 signals:
     void CloseSignal();
 
+public slots:
+    void TimerTimeout();
+    void SlotSetCenterActTriggered();
+    void SlotRemovePointsActTriggered();
+    void SlotSetLastPointAsCenterActTriggered();
+    void SlotZoomInActTriggered();
+    void SlotZoomOutActTriggered();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    struct TrackPoint {
+        std::uint8_t fixMode;
+        double latitude;
+        double longitude;
+    };
+
+    /// What the grid's picture depends on.
+    struct GridKey {
+        QSize size;
+        qreal devicePixelRatio = 0.0;
+        double scale = 0.0;
+        QFont font;
+        QRgb background = 0;
+
+        bool operator==(const GridKey& other) const
+        {
+            return size == other.size && devicePixelRatio == other.devicePixelRatio && scale == other.scale &&
+                   font == other.font && background == other.background;
+        }
+    };
+
+    void PaintGrid(QPainter& painter);
+    void PaintRings(QPainter& painter) const;
+    void PaintTrack(QPainter& painter);
+    QFont TextFont() const;
+    QFont RingFont(int rings) const;
+
+    double scale = TrackGeometry::kFirstScale; ///< centimetres for five pixels
+    quint64 ageSeconds = 0;
+    AgeEdit* ageEdit;
+    QTimer* ageTimer;
+    std::vector<TrackPoint> trackPoints;
+    bool dragging = false;
+    int dragX = 0;
+    int dragY = 0;
+    QAction* m_lastPointAct;
+    QPixmap m_north;
+    QPixmap m_grid; ///< background, north arrow and rings, since dotted rings cost more than a day's dots
+    GridKey m_gridKey;
+    TrackDots m_dots;
 };

@@ -16,6 +16,7 @@ public:
     explicit SerialSetting(QSerialPort* port, QWidget* parent = nullptr);
 
 signals:
+    /// Part of the class's face; the dialog has no rate, and nothing emits this.
     void addCustomBaudRate(QString baudRateStr);
 
     /// The dialog has been closed, in whatever way.

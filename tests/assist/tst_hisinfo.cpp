@@ -1,4 +1,5 @@
 #include "BoxAnswerer.h"
+#include "FileDialogAnswerer.h"
 #include "SenderTest.h"
 
 #include "assist/AssistRecords.h"
@@ -87,6 +88,101 @@ private Q_SLOTS:
         QVERIFY(!timer->isActive());
     }
 
+    void AChosenFileIsUsedAndACancelledChoiceKeepsIt()
+    {
+        SenderTest test;
+        HisInfoInject window;
+        const QString other = QDir(QDir::currentPath()).filePath("other.bin");
+        QFile file(other);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        {
+            const FileDialogAnswerer answerer({other});
+            window.SlotSelectHisInfoFilePath();
+            QCOMPARE(answerer.answered, 1);
+            QCOMPARE(answerer.title, QStringLiteral("选择文件"));
+            QCOMPARE(answerer.directory, QFileInfo(DefaultPath()).path());
+            QCOMPARE(answerer.filters, QStringList{"Bin file(*.bin)"});
+        }
+        QCOMPARE(window.FilePath(), other);
+        auto* edit = window.findChild<QLineEdit*>();
+        QCOMPARE(edit->text(), other);
+        edit->setText("typed");
+        const FileDialogAnswerer answerer({});
+        window.SlotSelectHisInfoFilePath();
+        QCOMPARE(edit->text(), other);
+        window.OnHisInfo("block", 5);
+        QCOMPARE(QFileInfo(other).size(), 5);
+        file.remove();
+    }
+
+    void TheWindowMayGoWhereverItWaits_data()
+    {
+        QTest::addColumn<int>("sendsBefore");
+        QTest::addColumn<bool>("atTheSend");
+        QTest::newRow("at the send of the time") << 0 << true;
+        QTest::newRow("in the wait for the time") << 0 << false;
+        QTest::newRow("at the send of the block") << 1 << true;
+        QTest::newRow("in the wait for the block") << 1 << false;
+    }
+
+    void TheWindowMayGoWhereverItWaits()
+    {
+        QFETCH(int, sendsBefore);
+        QFETCH(bool, atTheSend);
+        SenderTest test;
+        QPointer<HisInfoInject> window = new HisInfoInject;
+        test.Listen(window.data());
+        WriteFile("history");
+        const std::function<void()> acknowledgeFirst = AcknowledgeBoth(0, 0);
+        test.acknowledge = [&] {
+            if (test.frames.size() <= sendsBefore) {
+                acknowledgeFirst();
+            } else if (atTheSend) {
+                delete window;
+            } else {
+                QTimer::singleShot(30, [window] { delete window; });
+            }
+        };
+        window->SlotInjectHisInfo();
+        QVERIFY(window.isNull());
+        QCOMPARE(test.frames.size(), sendsBefore + 1);
+        QCOMPARE(Global::ackState, 4);
+        QVERIFY(test.Status().filter("超时").isEmpty());
+    }
+
+    void TheWindowMayGoWhileABoxOrADialogIsOpen()
+    {
+        SenderTest test;
+        QPointer<HisInfoInject> window = new HisInfoInject;
+        {
+            const FileDialogAnswerer answerer({}, [&window] { delete window; });
+            window->SlotSelectHisInfoFilePath();
+        }
+        QVERIFY(window.isNull());
+
+        window = new HisInfoInject;
+        test.Listen(window.data());
+        test.acknowledge = AcknowledgeBoth(0, 0);
+        WriteFile("");
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, [&window] {
+            if (QApplication::activeModalWidget() != nullptr) {
+                delete window;
+            }
+        });
+        timer.start(5);
+        window->SlotInjectHisInfo();
+        QVERIFY(window.isNull());
+
+        timer.stop();
+        window = new HisInfoInject;
+        test.Listen(window.data());
+        test.acknowledge = [&window] { delete window; };
+        window->SlotSendRptHisInfoCmd();
+        QVERIFY(window.isNull());
+    }
+
     void AFileIsInjectedAfterTheTime()
     {
         SenderTest test;
@@ -165,6 +261,7 @@ private Q_SLOTS:
             QCOMPARE(test.Status().size(), 1);
         } else {
             QCOMPARE(test.Status().last(), status);
+            QCOMPARE(test.LastIsRed(), status.contains("失败"));
         }
         QCOMPARE(answerer.boxes.join(','), box);
         QVERIFY(test.frames.size() < 2);

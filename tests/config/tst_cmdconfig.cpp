@@ -229,6 +229,21 @@ private Q_SLOTS:
         QVERIFY(test.Status().isEmpty());
     }
 
+    void TheViewMayGoAtItsSend()
+    {
+        for (const int page : {0, 1}) {
+            SenderTest test;
+            QPointer<CmdConfig> window = new CmdConfig(nullptr);
+            test.Listen(window.data());
+            ClickRow(*window, page);
+            test.acknowledge = [window] { delete window; };
+            window->SlotSendClicked();
+            QVERIFY(window.isNull());
+            QCOMPARE(Global::ackState, 4);
+            QVERIFY(test.Status().isEmpty());
+        }
+    }
+
     void TheMainWindowFormTellsItsEnd()
     {
         SenderTest test;

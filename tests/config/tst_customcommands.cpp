@@ -133,6 +133,51 @@ private Q_SLOTS:
         QCOMPARE(table->columnWidth(2), 80);
     }
 
+    void ARowThatIsGoneIsNoPlaceForANewOne()
+    {
+        SenderTest test;
+        ConfigViewWin window(nullptr);
+        window.resize(500, 400);
+        window.show();
+        for (int i = 0; i < 3; ++i) {
+            window.SlotAddCmdAction();
+        }
+        auto* table = window.findChild<QTableView*>();
+        window.OnTableViewCustomContextMenuRequested(table->visualRect(Model(window)->index(2, 0)).center());
+        window.SlotClearTableAction();
+        window.SlotDeleteCmdAction();
+        window.SlotAddCmdAction();
+        QCOMPARE(Model(window)->rowCount(), 1);
+        QVERIFY(RowButton(window, 0) != nullptr);
+    }
+
+    void TheWindowsMayGoAtTheirSend()
+    {
+        SenderTest test;
+        QPointer<QWidget> sender;
+        test.acknowledge = [&sender] { delete sender; };
+        for (const bool fromTheTable : {true, false}) {
+            auto* window = new ConfigViewWin(nullptr);
+            sender = window;
+            window->show();
+            test.Listen(window);
+            window->findChild<QComboBox*>()->setCurrentText("7e");
+            window->SlotAddCmdAction();
+            const int last = Model(*window)->rowCount() - 1;
+            Model(*window)->item(last, 0)->setText("probe");
+            Model(*window)->setItem(last, 1, new QStandardItem("7e"));
+            (fromTheTable ? RowButton(*window, last) : EditButton(*window))->click();
+            QVERIFY(sender.isNull());
+        }
+        QCOMPARE(test.Status(), (QStringList{"发送自定义命令probe", "发送自定义命令"}));
+
+        auto* shortcut = new ShortcutCmdWin(0, nullptr);
+        sender = shortcut;
+        test.Listen(shortcut);
+        shortcut->SlotSendBtnClicked();
+        QVERIFY(sender.isNull());
+    }
+
     void RowsAndTheEditLineSend()
     {
         SenderTest test;

@@ -3,7 +3,10 @@
 
 #include <QTextBlock>
 #include <QTextEdit>
+#include <QXmlStreamReader>
 #include <QtTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -135,6 +138,39 @@ private Q_SLOTS:
         QCOMPARE(RedText(*m_edit, 1), QString());
         QCOMPARE(RedText(*m_edit, 2), QStringLiteral("命令错误"));
         QCOMPARE(m_edit->document()->blockCount(), 3);
+    }
+
+    void TranslationsKeepTheFailures()
+    {
+        // A text with one of the patterns must hold a pattern's translation too, or its line would stay black.
+        const QStringList patterns = {"超时", "异常", "错误", "失败"};
+        QFile file(GNSS_SOURCE_DIR "/translations/gnss_en.ts");
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QXmlStreamReader xml(&file);
+        QVector<QPair<QString, QString>> texts;
+        while (!xml.atEnd()) {
+            if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == "source") {
+                const QString source = xml.readElementText();
+                xml.readNextStartElement();
+                texts.append({source, xml.readElementText()});
+            }
+        }
+        QVERIFY(!xml.hasError());
+        QStringList translated;
+        for (const auto& text : texts) {
+            if (patterns.contains(text.first)) {
+                translated.append(text.second);
+            }
+        }
+        QVERIFY(translated.size() >= patterns.size());
+        auto holdsOneOf = [](const QStringList& words, const QString& text) {
+            return std::any_of(words.cbegin(), words.cend(),
+                               [&text](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
+        };
+        for (const auto& text : texts) {
+            QVERIFY2(holdsOneOf(patterns, text.first) == holdsOneOf(translated, text.second),
+                     qPrintable(text.second));
+        }
     }
 
 private:

@@ -37,6 +37,8 @@ public:
         WriteLanguage(language);
         HostSupportConfig::SetProduct(product);
         qputenv("GNSS_SERIAL_PORTS", ports.toLocal8Bit());
+        // The offline assistance tells in a box that the seed decoder is missing here.
+        const BoxAnswerer decoderMissing;
         window = std::make_unique<GnssWindow>(QStringLiteral("Gnss"), 0, nullptr);
     }
     ~WindowTest()

@@ -87,6 +87,8 @@ private Q_SLOTS:
         QVERIFY(Global::firstFixText.isEmpty());
         QVERIFY(Global::startInstant > before);
         QVERIFY(test.Button("启动定位") != nullptr);
+        auto* log = test.window->findChild<QTextEdit*>();
+        QVERIFY(log->toHtml().contains("color:#ff0000"));
     }
 
     void AStartWithoutAnAnswerTimesOutAndClearsTheLogs()
@@ -152,6 +154,74 @@ private Q_SLOTS:
         window->SlotSendStartStopCmd();
         QVERIFY(test.window == nullptr);
         QVERIFY(!Global::positioningStarted);
+    }
+
+    void TheWindowMayGoInTheProbeAndInBoxes()
+    {
+        WindowTest test;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, [&test] {
+            if (QApplication::activeModalWidget() != nullptr) {
+                test.window.reset();
+            }
+        });
+        timer.start(5);
+        // The port is closed, so every send opens a box.
+        for (auto slot :
+             {&GnssWindow::SlotStartClicked, &GnssWindow::SlotStopBtnClicked, &GnssWindow::SlotProcSerialNoData}) {
+            if (test.window == nullptr) {
+                test.window = std::make_unique<GnssWindow>("Gnss", 0, nullptr);
+            }
+            Global::positioningStarted = slot == &GnssWindow::SlotStopBtnClicked;
+            (test.window.get()->*slot)();
+            QVERIFY(test.window == nullptr);
+            QCOMPARE(Global::ackState, 4);
+        }
+
+        timer.stop();
+        Pty pty;
+        qputenv("GNSS_SERIAL_PORTS", pty.path.toLocal8Bit());
+        test.window = std::make_unique<GnssWindow>("Gnss", 0, nullptr);
+        Open(test, pty);
+        QTimer::singleShot(50, [&test] { test.window.reset(); });
+        GnssWindow* window = test.window.get();
+        window->SlotProcSerialNoData();
+        QVERIFY(test.window == nullptr);
+    }
+
+    void AViewOrTheWindowMayGoInTheViewsWait_data()
+    {
+        QTest::addColumn<int>("way");
+        QTest::newRow("sub-window closed") << 0;
+        QTest::newRow("all closed") << 1;
+        QTest::newRow("window destroyed") << 2;
+    }
+
+    void AViewOrTheWindowMayGoInTheViewsWait()
+    {
+        QFETCH(int, way);
+        Pty pty;
+        WindowTest test(0, 2, pty.path);
+        Open(test, pty);
+        test.window->show();
+        QPointer<QWidget> view = test.SubWindow("CmdConfig")->widget();
+        QTimer::singleShot(60, [&test, way] {
+            if (way == 0) {
+                test.SubWindow("CmdConfig")->close();
+            } else if (way == 1) {
+                test.Area()->closeAllSubWindows();
+            } else {
+                test.window.reset();
+            }
+        });
+        QMetaObject::invokeMethod(view, "SlotSendClicked");
+        QVERIFY(view.isNull());
+        QCOMPARE(Global::ackState, 4);
+        if (way < 2) {
+            QCOMPARE(test.Status().size(), 1); // the opening of the port alone
+            test.Click("命令配置视图");
+            QVERIFY(test.SubWindow("CmdConfig") != nullptr);
+        }
     }
 
     void TheFirstFixOfAStartCountsAndReplayGivesZero()

@@ -1,3 +1,4 @@
+#include "FileDialogAnswerer.h"
 #include "LogCatcher.h"
 #include "Pty.h"
 #include "WindowTest.h"
@@ -214,6 +215,70 @@ private Q_SLOTS:
         pty.Write("abc");
         QTRY_COMPARE(FakeCodec::Calls().last(), QStringLiteral("GnssDecode 3"));
         blocker.remove();
+    }
+
+    void AChosenFolderTakesTheNextCaptures()
+    {
+        Pty pty;
+        WindowTest test(0, 2, pty.path);
+        QVERIFY(QDir().mkpath("chosen"));
+        const QDir chosen("chosen");
+        test.window->SlotChangePort(pty.path);
+        {
+            // Chosen while the port is closed: nothing is made yet.
+            const FileDialogAnswerer answerer({chosen.absolutePath()});
+            test.window->SlotSaveBtnClicked();
+            QCOMPARE(answerer.title, QStringLiteral("Selecting a path for saving serial port data."));
+        }
+        QVERIFY(chosen.entryList(QDir::Files).isEmpty());
+        test.window->SlotSwitchPort();
+        QCOMPARE(chosen.entryList(QDir::Files).size(), 1);
+        QVERIFY(!QDir(QCoreApplication::applicationDirPath() + "/GnssData").exists());
+        pty.Write("first");
+        QTRY_COMPARE(test.Content(chosen.filePath(chosen.entryList(QDir::Files).first())), QByteArray("first"));
+        {
+            // Chosen while it is open: another capture begins at once.
+            const FileDialogAnswerer answerer({chosen.absolutePath()});
+            test.window->SlotSaveBtnClicked();
+        }
+        QCOMPARE(chosen.entryList(QDir::Files).size(), 2);
+        {
+            // Cancelled: the present capture runs on, the next opening is in the default folder again.
+            const FileDialogAnswerer answerer({});
+            test.window->SlotSaveBtnClicked();
+        }
+        QCOMPARE(chosen.entryList(QDir::Files).size(), 2);
+        QVERIFY(test.RawCaptures().isEmpty());
+        test.window->SlotSwitchPort();
+        test.window->SlotSwitchPort();
+        QCOMPARE(chosen.entryList(QDir::Files).size(), 2);
+        QCOMPARE(test.RawCaptures().size(), 1);
+    }
+
+    void TheWindowMayGoWhileABoxOrADialogIsOpen()
+    {
+        WindowTest test(0, 2, "/no/such/port");
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, [&test] {
+            if (QApplication::activeModalWidget() != nullptr) {
+                test.window.reset();
+            }
+        });
+        timer.start(5);
+        GnssWindow* window = test.window.get();
+        window->SlotSaveBtnClicked();
+        QVERIFY(test.window == nullptr);
+
+        test.window = std::make_unique<GnssWindow>("Gnss", 0, nullptr);
+        test.window->SlotChangePort("/no/such/port");
+        test.Button("选择串口号")->findChild<QPushButton*>()->click();
+        QVERIFY(test.window == nullptr);
+
+        uint8_t byte = 1;
+        test.window = std::make_unique<GnssWindow>("Gnss", 0, nullptr);
+        window = test.window.get();
+        window->SlotSendPackets(&byte, 1);
+        QVERIFY(test.window == nullptr);
     }
 
     void ASecondWindowStartsFromTheDefaults()

@@ -35,6 +35,14 @@ QByteArray Sentences(const QByteArray& text)
 
 } // namespace
 
+/// A host's parent widget.
+class NotifyingParent : public QWidget {
+    Q_OBJECT
+
+Q_SIGNALS:
+    void NotifyPluginConnectSignal(bool connected);
+};
+
 class TestWindowWorkspace : public QObject {
     Q_OBJECT
 
@@ -61,7 +69,9 @@ private Q_SLOTS:
 
     void CodecIsSetUpInOrder()
     {
+        const LogCatcher log;
         WindowTest test(27);
+        QVERIFY(log.Lines().contains("GnssUtils.dll version is: 4711"));
         const QStringList calls = FakeCodec::Calls();
         QCOMPARE(calls.first(), QStringLiteral("InitGnssUtils 0"));
         QCOMPARE(calls.filter("RegGnssCallbacks").size(), 15);
@@ -270,6 +280,55 @@ private Q_SLOTS:
         QVERIFY(Global::showTimestamp);
     }
 
+    void ToolWindowsChangeTheirPicture_data()
+    {
+        QTest::addColumn<QString>("toolTip");
+        QTest::addColumn<QByteArray>("className");
+        QTest::newRow("serial settings") << "串口设置" << QByteArray("SerialSetting");
+        QTest::newRow("online") << "在线辅助定位" << QByteArray("AssistOnline");
+        QTest::newRow("offline") << "离线辅助定位" << QByteArray("AssistOffline");
+        QTest::newRow("firmware") << "固件加载" << QByteArray("VersionLoad");
+        QTest::newRow("history") << "历史信息" << QByteArray("HisInfoInject");
+    }
+
+    void ToolWindowsChangeTheirPicture()
+    {
+        QFETCH(QString, toolTip);
+        QFETCH(QByteArray, className);
+        WindowTest test;
+        QWidget* tool = nullptr;
+        const QWidgetList widgets = QApplication::topLevelWidgets();
+        for (QWidget* widget : widgets) {
+            tool = widget->inherits(className.constData()) ? widget : tool;
+        }
+        QVERIFY(tool != nullptr && !tool->isVisible());
+        auto picture = [&] { return test.Button(toolTip)->icon().pixmap(18).toImage(); };
+        const QImage idle = picture();
+        // Twice: a closed tool window is not gone.
+        for (int i = 0; i < 2; ++i) {
+            test.Button(toolTip)->click();
+            QVERIFY(tool->isVisible());
+            QVERIFY(picture() != idle);
+            tool->close();
+            QVERIFY(!tool->isVisible());
+            QVERIFY(picture() == idle);
+        }
+    }
+
+    void TheHistoryButtonTellsWhetherThereIsABlock()
+    {
+        WindowTest test;
+        const QString path = QCoreApplication::applicationDirPath() + "/HisInfo/HisInfo.bin";
+        QFile::remove(path);
+        test.window->ShowHisInfoInjectWin();
+        QCOMPARE(test.Status().last(), QStringLiteral("暂无历史数据，请先保存"));
+        FakeCodec::Emit(701, "block");
+        QCOMPARE(test.Content(path), QByteArray("block"));
+        test.window->ShowHisInfoInjectWin();
+        QCOMPARE(test.Status().last(), QStringLiteral("已有历史数据文件，可直接注入"));
+        QFile::remove(path);
+    }
+
     void ProductionWindowsCountUpAndGoOneByOne()
     {
         WindowTest test;
@@ -316,14 +375,17 @@ private Q_SLOTS:
         QVERIFY(!Global::positioningStarted);
     }
 
-    void AParentKeepsTheWindowInside()
+    void AParentKeepsTheWindowInsideAndTellsOfItsLink()
     {
         WindowTest first;
         first.window.reset();
-        QWidget parent;
+        NotifyingParent parent;
         auto* window = new GnssWindow("Gnss", 0, &parent);
         QVERIFY(!window->isWindow());
         QCOMPARE(window->windowTitle(), QStringLiteral("Gnss"));
+        QVERIFY(!Global::pluginConnected);
+        emit parent.NotifyPluginConnectSignal(true);
+        QVERIFY(Global::pluginConnected);
     }
 };
 

@@ -280,6 +280,8 @@ void TestLogViews::WheelPagesOnlyAtTheTop()
     QVERIFY(QTest::qWaitForWindowExposed(&view));
     for (int i = 0; i < 100; ++i)
         Send(view, {"$NEW\r\n"});
+    // Lines that are seen come in steps.
+    QTRY_COMPARE(TextEdit(view)->blockCount(), 100);
     QSignalSpy past(&view, &NMEAViewWin::ScrolledPastTop);
     QScrollBar* bar = TextEdit(view)->verticalScrollBar();
     QCOMPARE(bar->value(), bar->maximum());

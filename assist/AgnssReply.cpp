@@ -1,0 +1,114 @@
+#include "AgnssReply.h"
+
+#include "AgnssTags.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+constexpr quint32 headerSize = 4;
+constexpr quint32 recordOverhead = headerSize + 1;
+
+/// Translation context of the item names.
+class AgnssReply {
+    Q_DECLARE_TR_FUNCTIONS(AgnssReply)
+};
+
+struct AgnssWords {
+    quint16 tag;
+    const char* name;
+    const char* encodeDebug;
+};
+
+// Some of the debug texts name another item; they are known by that name.
+constexpr AgnssWords agnssWords[] = {
+    {1, "GPS RTC", "agnss gps ref time retLen err: "},
+    {2, "GPS EPH", "agnss gps eph retLen err: "},
+    {3, "GPS UTC", "agnss gps UTC retLen err: "},
+    {4, "GPS ION", "agnss gps ion retLen err: "},
+    {5, "GPS RTI", "agnss gps rti retLen err: "},
+    {6, "GPS AUX", "ref time retLen err: "},
+    {33, QT_TRANSLATE_NOOP("AgnssReply", "GLO 预测时间"), "agnss ganss ref time retLen err: "},
+    {34, QT_TRANSLATE_NOOP("AgnssReply", "GLO 星历"), "agnss ganss eph retLen err: "},
+    {35, QT_TRANSLATE_NOOP("AgnssReply", "GLO UTC时间"), "ref time retLen err: "},
+    {36, "GLO ION", "agnss ganss ion retLen err: "},
+    {37, "GLO RTI", "agnss ganss rti retLen err: "},
+    {38, "GLO AUX", "agnss ganss auxi retLen err: "},
+    {65, QT_TRANSLATE_NOOP("AgnssReply", "BDS 预测时间"), "agnss ganss ref time retLen err: "},
+    {66, QT_TRANSLATE_NOOP("AgnssReply", "BDS 星历"), "agnss ganss eph retLen err: "},
+    {67, QT_TRANSLATE_NOOP("AgnssReply", "BDS UTC时间"), "ref time retLen err: "},
+    {68, "BDS ION", "agnss ganss ion retLen err: "},
+    {69, "BDS RTI", "agnss ganss rti retLen err: "},
+    {70, "BDS AUX", "agnss ganss auxi retLen err: "},
+    {97, QT_TRANSLATE_NOOP("AgnssReply", "GAL 预测时间"), "agnss ganss ref time retLen err: "},
+    {98, QT_TRANSLATE_NOOP("AgnssReply", "GAL 星历"), "agnss ganss eph retLen err: "},
+    {99, QT_TRANSLATE_NOOP("AgnssReply", "GAL UTC时间"), "ref time retLen err: "},
+    {100, "GAL ION", "agnss ganss ion retLen err: "},
+    {101, "GAL RTI", "agnss ganss rti retLen err: "},
+    {102, "GAL AUX", "agnss ganss auxi retLen err: "},
+};
+
+constexpr bool EachTagHasItsWords()
+{
+    std::size_t row = 0;
+    for (const gnss::AgnssTag& tag : gnss::kAgnssTags) {
+        if (agnssWords[row++].tag != tag.tag) {
+            return false;
+        }
+    }
+    return row == sizeof(agnssWords) / sizeof(agnssWords[0]);
+}
+static_assert(EachTagHasItsWords());
+
+QString TimeoutText(const QString& name)
+{
+    return AgnssReply::tr("AGNSS注入%1 ACK超时").arg(name);
+}
+
+} // namespace
+
+quint8 AgnssChecksum(const quint8* record, quint16 payloadLength)
+{
+    const auto count = static_cast<quint16>(payloadLength + headerSize);
+    quint8 sum = 0;
+    for (quint16 i = 0; i < count; ++i) {
+        sum = static_cast<quint8>(sum + record[i]);
+    }
+    return sum;
+}
+
+AgnssWalk::Step AgnssWalk::Next(AgnssRecord& record)
+{
+    const auto left = static_cast<quint32>(m_body.size() - m_offset);
+    if (left < recordOverhead) {
+        return Step::End;
+    }
+    const auto* bytes = reinterpret_cast<const quint8*>(m_body.constData()) + m_offset;
+    const quint16 length = gnss::ReadU16(bytes + 2);
+    const quint32 size = length + recordOverhead;
+    if (left < size || AgnssChecksum(bytes, length) != bytes[size - 1]) {
+        return Step::Broken;
+    }
+    record.tag = gnss::ReadU16(bytes);
+    record.payload = m_body.mid(m_offset + static_cast<int>(headerSize), length);
+    m_offset += static_cast<int>(size);
+    return Step::Record;
+}
+
+InjectOutcome InjectAgnssRecord(const Injector& injector, const AgnssRecord& record)
+{
+    const gnss::AgnssTag* tag = gnss::FindAgnssTag(record.tag);
+    if (tag == nullptr) {
+        return injector.RunEmpty(TimeoutText(QString()));
+    }
+    const AgnssWords& words = agnssWords[tag - gnss::kAgnssTags];
+    InjectItem item;
+    item.commandId = tag->commandId;
+    item.payload = record.payload;
+    item.column = tag->column;
+    item.encodeDebug = words.encodeDebug;
+    item.timeoutStatus = TimeoutText(AgnssReply::tr(words.name));
+    // Only the GPS items are counted by what the codec accepts; it is meant so.
+    item.countBeforeEncoding = tag->tag >= gnss::kTagGlo;
+    return injector.Run(item);
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "codec/Records.h"
+
+#include <QString>
+
+/// The latest fix as the table shows it.
+struct KpiFixTexts {
+    QString date;
+    QString time;
+    QString hdop; ///< shows the heading: the record carries no dilution
+    QString latitude;
+    QString longitude;
+    QString altitude;
+    QString speed;
+};
+
+KpiFixTexts KpiTextsOf(const gnss::KpiFixRecord& fix);

@@ -1,0 +1,157 @@
+#include "service/Replies.h"
+
+#include "assist/AgnssTags.h"
+#include "pgnss/Expansion.h"
+#include "pgnss/ModelSky.h"
+
+#include <algorithm>
+
+namespace assistance {
+
+namespace {
+
+using gnss::AssistSystem;
+
+constexpr std::uint32_t kHour = 3600;
+constexpr std::uint32_t kDay = 86400;
+constexpr std::uint16_t kTimeUncertainty = 500; ///< milliseconds, for the way to the receiver
+
+struct Constellation {
+    std::uint32_t bit;
+    std::uint16_t tagBase;
+    AssistSystem system;
+};
+
+// In the order of the mask's bits.
+constexpr Constellation kConstellations[] = {
+    {1, gnss::kTagGps, AssistSystem::Gps},
+    {2, gnss::kTagGlo, AssistSystem::Glonass},
+    {4, gnss::kTagBds, AssistSystem::Beidou},
+    {8, gnss::kTagGal, AssistSystem::Galileo},
+};
+
+struct DataType {
+    std::uint32_t bit; ///< 0: always sent
+    gnss::AgnssKind kind;
+};
+
+// In the order of the tags.
+constexpr DataType kDataTypes[] = {
+    {0, gnss::AgnssRtc}, {1, gnss::AgnssEph}, {2, gnss::AgnssUtc},
+    {4, gnss::AgnssIon}, {8, gnss::AgnssRti}, {16, gnss::AgnssAux},
+};
+
+std::vector<std::uint8_t> MakePayload(gnss::AgnssKind kind, AssistSystem system, const pgnss::Seed& sky,
+                                      std::int64_t nowMillis)
+{
+    const auto now = static_cast<std::uint32_t>(nowMillis / 1000);
+    const std::uint32_t fit = pgnss::EphemerisFit(system);
+    switch (kind) {
+    case gnss::AgnssRtc:
+        return gnss::MakeAssistTime(system, now,
+                                    {now, static_cast<std::uint16_t>(nowMillis % 1000), kTimeUncertainty});
+    case gnss::AgnssEph:
+        return gnss::MakeAssistEphemeris(system, now, pgnss::OrbitsAt(sky, system, (now + fit / 2) / fit * fit));
+    case gnss::AgnssUtc:
+        return gnss::MakeAssistUtc(system, now, *sky.utc);
+    case gnss::AgnssIon:
+        return gnss::MakeAssistIonosphere(system, now, *sky.ionosphere);
+    case gnss::AgnssRti:
+        return gnss::MakeAssistIntegrity(system, now, *sky.systems[static_cast<std::size_t>(system)].integrity);
+    case gnss::AgnssAux:
+        return gnss::MakeAssistChannels(system, now, pgnss::ChannelsAt(sky, system, now));
+    }
+    return {};
+}
+
+/// u16 tag, u16 length, payload, low 8 bits of the sum of everything before.
+void AppendRecord(std::string& body, const TaggedRecord& record, bool wrongSum)
+{
+    gnss::ImageWriter image;
+    image.U16(record.tag);
+    image.U16(static_cast<unsigned>(record.payload.size()));
+    image.Raw(record.payload.data(), record.payload.size());
+    unsigned sum = wrongSum ? 1 : 0;
+    for (const std::uint8_t byte : image.Bytes()) {
+        sum += byte;
+    }
+    image.U8(sum & 0xFFu);
+    body.append(reinterpret_cast<const char*>(image.Bytes().data()), image.Size());
+}
+
+std::string RecordsBody(const Verdict& verdict, const ServiceFaults& faults, std::int64_t nowMillis)
+{
+    std::vector<TaggedRecord> records = MakeRecords(verdict.constellation, verdict.dataType, nowMillis);
+    if (faults.unknownTag >= 0) {
+        records.insert(records.begin() + static_cast<std::ptrdiff_t>(records.size() / 2),
+                       {static_cast<std::uint16_t>(faults.unknownTag), {1, 2, 3, 4}});
+    }
+    std::string body;
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        // A number beyond the last record spoils the last.
+        const std::size_t spoilt =
+            std::min<std::size_t>(records.size(), static_cast<std::size_t>(faults.badChecksum));
+        AppendRecord(body, records[i], i + 1 == spoilt);
+    }
+    return body;
+}
+
+std::string SeedBody(const Verdict& verdict, const ServiceFaults& faults, std::int64_t nowMillis)
+{
+    const auto now = static_cast<std::uint32_t>(nowMillis / 1000);
+    // From the full hour that lies at least an hour back; the two hours on top leave the whole period usable.
+    std::uint32_t start = (now - kHour) / kHour * kHour;
+    std::uint32_t end = start + verdict.period * kDay + 2 * kHour;
+    if (faults.expired) {
+        start -= (verdict.period + 1) * kDay;
+        end -= (verdict.period + 1) * kDay;
+    }
+    const std::vector<std::uint8_t> image = pgnss::PackSeed(pgnss::MakeModelSeed(now, start, end));
+    std::string body(reinterpret_cast<const char*>(image.data()), image.size());
+    if (faults.badChecksum > 0) {
+        body.back() = static_cast<char>(body.back() ^ 1);
+    }
+    return body;
+}
+
+} // namespace
+
+std::vector<TaggedRecord> MakeRecords(std::uint32_t constellation, std::uint32_t dataType, std::int64_t nowMillis)
+{
+    const auto now = static_cast<std::uint32_t>(nowMillis / 1000);
+    const pgnss::Seed sky = pgnss::MakeModelSeed(now, now - kDay / 2, now + kDay / 2);
+    std::vector<TaggedRecord> records;
+    for (const Constellation& each : kConstellations) {
+        if ((constellation & each.bit) == 0) {
+            continue;
+        }
+        for (const DataType& type : kDataTypes) {
+            if (type.bit == 0 || (dataType & type.bit) != 0) {
+                records.push_back({static_cast<std::uint16_t>(each.tagBase + type.kind),
+                                   MakePayload(type.kind, each.system, sky, nowMillis)});
+            }
+        }
+    }
+    return records;
+}
+
+std::string MakeBody(const Verdict& verdict, const ServiceFaults& faults, std::int64_t nowMillis)
+{
+    if (faults.empty) {
+        return {};
+    }
+    std::string body =
+        verdict.seed ? SeedBody(verdict, faults, nowMillis) : RecordsBody(verdict, faults, nowMillis);
+    if (faults.hugeMebibytes > 0) {
+        // No record begins with these bytes, so the walk ends at them.
+        body.resize(std::max(body.size(), static_cast<std::size_t>(faults.hugeMebibytes) << 20), '\xFF');
+    }
+    if (faults.truncated >= 0) {
+        body.resize(std::min(body.size(), static_cast<std::size_t>(faults.truncated)));
+    } else if (faults.halved) {
+        body.resize(body.size() / 2);
+    }
+    return body;
+}
+
+} // namespace assistance

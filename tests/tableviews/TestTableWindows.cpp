@@ -1,0 +1,345 @@
+#include "Image.h"
+#include "views/LogFolder.h"
+
+#include "main/ProcessState.h"
+#include "views/BasicViewWin.h"
+#include "views/DataViewWin.h"
+#include "views/DisplayTimeZone.h"
+#include "views/PackageViewWin.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTableWidget>
+#include <QTest>
+#include <QToolButton>
+
+class TestTableWindows : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        Global::ResetForNewWindow();
+        ResetTimeZone();
+    }
+
+    void DataTable();
+    void DataTableKeepsItsRows();
+    void BasicForm();
+    void BasicFormMovesByListPlaces();
+    void BasicFormsShareTheZone();
+    void BasicFormWithoutTime();
+    void BasicWindow();
+    void PackageRows();
+    void PackageTableRestarts();
+    void PackageTableFollows();
+    void PackageLog();
+    void RecordsThatAreDropped();
+    void OpenedAndClosedAgainAndAgain();
+};
+
+namespace {
+
+Image FixImage()
+{
+    Image image(80);
+    image.Put(0, -116.5).Put(8, 39.25).Put(16, 55.5);
+    image.Put<quint32>(24, 2026).Put<quint32>(28, 3).Put<quint32>(32, 29).Put<quint32>(36, 23).Put<quint32>(40,
+                                                                                                            30);
+    return image.Put(48, 7.5).Put<quint8>(56, 0).Put(60, 1.5F);
+}
+
+QStringList Values(const DataViewWin& view)
+{
+    QStringList texts;
+    const auto* table = view.findChild<QTableWidget*>();
+    for (int row = 0; row < table->rowCount(); ++row)
+        texts += table->item(row, 0)->text();
+    return texts;
+}
+
+/// Date and time of a basic view.
+QString Shown(const BasicViewWin& view)
+{
+    return view.findChild<QLineEdit*>("date")->text() + ' ' + view.findChild<QLineEdit*>("time")->text();
+}
+
+Image Package(quint8 type, quint8 direction, quint16 subType, quint16 length)
+{
+    return Image(6).Put(0, type).Put(1, direction).Put(2, subType).Put(4, length);
+}
+
+const QAbstractItemModel* Table(const PackageViewWin& view)
+{
+    return view.findChild<QTableView*>("tableView")->model();
+}
+
+QStringList Headers(const QAbstractItemModel* model)
+{
+    QStringList texts;
+    for (int column = 0; column < model->columnCount(); ++column)
+        texts += model->headerData(column, Qt::Horizontal).toString();
+    return texts;
+}
+
+} // namespace
+
+void TestTableWindows::DataTable()
+{
+    DataViewWin view(nullptr);
+    const auto* table = view.findChild<QTableWidget*>();
+    QStringList labels;
+    for (int row = 0; row < table->rowCount(); ++row)
+        labels += table->verticalHeaderItem(row)->text();
+    QCOMPARE(labels, QStringList({"TTFF", "经度", "纬度", "海拔高度", "UTC日期", "UTC时间", "定位模式", "速度",
+                                  "航向", "位置精度DOP", "水平精度DOP", "高程精度DOP"}));
+    QCOMPARE(table->columnCount(), 1);
+    QCOMPARE(table->horizontalHeaderItem(0)->text(), QString("值"));
+    QCOMPARE(table->currentRow(), 0);
+    QCOMPARE(table->editTriggers(), QAbstractItemView::NoEditTriggers);
+    QVERIFY(table->alternatingRowColors());
+
+    Global::firstFixText = "28.31s";
+    Send(view, FixImage().Bytes());
+    QCOMPARE(Values(view), QStringList({"28.31s", "116.50000000W", "39.25000000N", "55.5m", "2026-03-29",
+                                        "23:30:07.50", "无效", "1.5m/s", "0°", "0", "0", "0"}));
+}
+
+void TestTableWindows::DataTableKeepsItsRows()
+{
+    DataViewWin view(nullptr);
+    view.show();
+    Send(view, FixImage().Bytes());
+    Send(view, FixImage().Put(16, -1.0).Bytes().left(24));
+    QCOMPARE(Values(view),
+             QStringList({"", "116.50000000W", "39.25000000N", "-1m", "", "", "", "", "", "", "", ""}));
+}
+
+void TestTableWindows::BasicForm()
+{
+    BasicViewWin view(nullptr);
+    const auto text = [&view](const char* name) { return view.findChild<QLineEdit*>(name)->text(); };
+    const auto* zones = view.findChild<QComboBox*>();
+    QCOMPARE(zones->count(), 24);
+    QCOMPARE(zones->currentText(), QString("UTC+8"));
+    Send(view, FixImage().Bytes());
+    QCOMPARE(text("longitude"), QString("116.50000000W"));
+    QCOMPARE(text("latitude"), QString("39.25000000N"));
+    QCOMPARE(text("altitude"), QString("55.5"));
+    QCOMPARE(Shown(view), QString("2026-03-29 23:30:07"));
+    QVERIFY(view.findChild<QLineEdit*>("date")->isReadOnly());
+}
+
+void TestTableWindows::BasicFormMovesByListPlaces()
+{
+    BasicViewWin view(nullptr);
+    auto* zones = view.findChild<QComboBox*>();
+    zones->setCurrentIndex(18);
+    QCOMPARE(timeZoneIndex, 18); // also with nothing to move
+    Send(view, FixImage().Bytes());
+    QCOMPARE(Shown(view), QString("2026-03-29 22:30:07"));
+    zones->setCurrentIndex(20);
+    QCOMPARE(Shown(view), QString("2026-03-30 00:30:07"));
+    zones->setCurrentIndex(11);
+    QCOMPARE(Shown(view), QString("2026-03-29 15:30:07"));
+    zones->setCurrentIndex(12); // from UTC-1 to UTC+1
+    QCOMPARE(Shown(view), QString("2026-03-29 16:30:07"));
+
+    // Through the night in which the clocks of central Europe go forward.
+    Send(view, FixImage().Put<quint32>(36, 9).Bytes());
+    QCOMPARE(Shown(view), QString("2026-03-29 02:30:07"));
+    zones->setCurrentIndex(13);
+    QCOMPARE(Shown(view), QString("2026-03-29 03:30:07"));
+
+    view.SlotTimeZoneChanged(-1);
+    view.SlotTimeZoneChanged(24);
+    QCOMPARE(timeZoneIndex, 13);
+}
+
+void TestTableWindows::BasicFormsShareTheZone()
+{
+    {
+        BasicViewWin first(nullptr);
+        BasicViewWin second(nullptr);
+        Send(first, FixImage().Bytes());
+        Send(second, FixImage().Bytes());
+        first.findChild<QComboBox*>()->setCurrentIndex(17);
+        QCOMPARE(second.findChild<QComboBox*>()->currentText(), QString("UTC+6"));
+        QCOMPARE(Shown(second), QString("2026-03-29 21:30:07"));
+        second.SlotTimeZoneChanged(19);
+        QCOMPARE(Shown(first), Shown(second));
+        QCOMPARE(Shown(first), QString("2026-03-29 23:30:07"));
+        second.SlotTimeZoneChanged(0);
+    }
+    BasicViewWin later(nullptr);
+    QCOMPARE(later.findChild<QComboBox*>()->currentText(), QString("UTC-12"));
+    Send(later, FixImage().Bytes());
+    QCOMPARE(Shown(later), QString("2026-03-29 04:30:07"));
+}
+
+void TestTableWindows::BasicFormWithoutTime()
+{
+    BasicViewWin view(nullptr);
+    Send(view, FixImage().Bytes());
+    Send(view, FixImage().Put<quint32>(28, 0).Bytes()); // no month
+    QCOMPARE(Shown(view), QString(" "));
+    QCOMPARE(view.findChild<QLineEdit*>("altitude")->text(), QString("55.5"));
+    Send(view, FixImage().Bytes().left(20));
+    QCOMPARE(view.findChild<QLineEdit*>("altitude")->text(), QString());
+}
+
+void TestTableWindows::BasicWindow()
+{
+    QMdiArea area;
+    auto* view = new BasicViewWin(&area);
+    QCOMPARE(view->windowTitle(), QString("Basic View"));
+    const QSignalSpy closed(view, &BasicViewWin::CloseSignal);
+    QMdiSubWindow* window = area.addSubWindow(view);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->close();
+    QCOMPARE(closed.count(), 1);
+}
+
+void TestTableWindows::PackageRows()
+{
+    const LogFolder folder;
+    PackageViewWin view(nullptr);
+    const QAbstractItemModel* table = Table(view);
+    QCOMPARE(Headers(table), QStringList({"时间戳", "数据类型", "方向", "子数据类型", "数据长度"}));
+    Send(view, Package(0xab, 0, 0xfe12, 65535).Bytes());
+    Send(view, Package(7, 65, 0, 0).Bytes());
+    Send(view, Package(7, 1, 5, 9).Bytes().left(3));
+    const QStringList rows[] = {
+        {"0xAB", "receive", "0xFE12", "65535"}, {"0x7", "send", "0x0", "0"}, {"0x7", "send", "", ""}};
+    QCOMPARE(table->rowCount(), 3);
+    for (int row = 0; row < 3; ++row) {
+        const QString time = table->index(row, 0).data().toString();
+        QVERIFY2(QRegularExpression("^[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}$").match(time).hasMatch(),
+                 qPrintable(time));
+        for (int column = 0; column < 4; ++column)
+            QCOMPARE(table->index(row, column + 1).data().toString(), rows[row][column]);
+    }
+}
+
+void TestTableWindows::PackageTableRestarts()
+{
+    const LogFolder folder;
+    PackageViewWin view(nullptr);
+    const QAbstractItemModel* table = Table(view);
+    int most = 0;
+    connect(table, &QAbstractItemModel::rowsInserted, [&] { most = qMax(most, table->rowCount()); });
+    const auto send = [&view](int count) {
+        for (int i = 0; i < count; ++i)
+            Send(view, Package(1, 0, 2, 3).Bytes());
+    };
+    send(50);
+    QCOMPARE(table->rowCount(), 50);
+    send(1);
+    QCOMPARE(most, 51);
+    QCOMPARE(table->rowCount(), 0);
+    QCOMPARE(Headers(table).first(), QString("时间戳"));
+
+    // A table that the user empties restarts with the 51st record all the same.
+    send(30);
+    view.findChild<QToolButton*>("clearBtn")->click();
+    QCOMPARE(table->rowCount(), 0);
+    send(20);
+    QCOMPARE(table->rowCount(), 20);
+    send(1);
+    QCOMPARE(table->rowCount(), 0);
+    send(50);
+    QCOMPARE(table->rowCount(), 50);
+}
+
+void TestTableWindows::PackageTableFollows()
+{
+    const LogFolder folder;
+    PackageViewWin view(nullptr);
+    view.resize(400, 200);
+    view.show();
+    const QScrollBar* bar = view.findChild<QTableView*>("tableView")->verticalScrollBar();
+    const auto send = [&view] {
+        for (int i = 0; i < 20; ++i)
+            Send(view, Package(1, 0, 2, 3).Bytes());
+        QCoreApplication::processEvents();
+    };
+    send();
+    QVERIFY(bar->maximum() > 0);
+    QCOMPARE(bar->value(), 0);
+    view.findChild<QToolButton*>("bottomBtn")->click();
+    send();
+    QCOMPARE(bar->value(), bar->maximum());
+    view.findChild<QToolButton*>("bottomBtn")->click();
+    const int before = bar->value();
+    for (int i = 0; i < 5; ++i)
+        Send(view, Package(1, 0, 2, 3).Bytes());
+    QCoreApplication::processEvents();
+    QCOMPARE(bar->value(), before);
+}
+
+void TestTableWindows::PackageLog()
+{
+    const LogFolder folder;
+    const QByteArray bytes("\xef\xbb\xbf\x00\xff\x80", 6);
+    {
+        PackageViewWin view(nullptr);
+        for (int i = 0; i < 60; ++i)
+            Send(view, bytes); // the restart of the table leaves the log alone
+    }
+    const QStringList files = folder.Files("GnssData/logs/package");
+    QCOMPARE(files.size(), 1);
+    const QByteArray content = LogFolder::Content(folder.Path("GnssData/logs/package/" + files[0]));
+    QCOMPARE(LogFolder::WithoutTimes(content), (bytes + '\n').repeated(60));
+}
+
+void TestTableWindows::RecordsThatAreDropped()
+{
+    const LogFolder folder;
+    BasicViewWin basic(nullptr);
+    PackageViewWin package(nullptr);
+    const QByteArray bytes = FixImage().Bytes();
+    basic.OnRecord(bytes.constData(), 0);
+    basic.OnRecord(nullptr, 80);
+    package.OnRecord(bytes.constData(), -1);
+    package.OnRecord(nullptr, 6);
+    QCOMPARE(Shown(basic), QString(" "));
+    QCOMPARE(Table(package)->rowCount(), 0);
+    for (int length = 1; length <= 80; ++length)
+        Send(basic, QByteArray(length, '\x7f'));
+    basic.OnRecord(bytes.constData(), 100000000); // a length that lies
+    QCOMPARE(Shown(basic), QString("2026-03-29 23:30:07"));
+}
+
+void TestTableWindows::OpenedAndClosedAgainAndAgain()
+{
+    const LogFolder folder;
+    QMdiArea area;
+    area.show();
+    for (int round = 0; round < 100; ++round) {
+        auto* data = new DataViewWin(&area);
+        auto* package = new PackageViewWin(&area);
+        for (QWidget* view : {static_cast<QWidget*>(data), static_cast<QWidget*>(package)}) {
+            QMdiSubWindow* window = area.addSubWindow(view);
+            window->setAttribute(Qt::WA_DeleteOnClose);
+            window->resize(1, 1);
+            window->show();
+        }
+        Send(*data, FixImage().Bytes());
+        Send(*package, Package(1, 0, 2, 3).Bytes());
+        area.closeAllSubWindows();
+        if (round % 10 == 0)
+            QCoreApplication::processEvents();
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(area.subWindowList().size(), 0);
+}
+
+QTEST_MAIN(TestTableWindows)
+#include "TestTableWindows.moc"

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace gnsslog {
+
+enum class Command { Info, Nmea, Csv, Gpx, Kml, GeoJson };
+
+struct Options {
+    Command command = Command::Info;
+    std::string input = "-"; ///< path, or "-" for standard input
+    bool inputGiven = false;
+    std::string output; ///< path; empty for standard output
+    bool json = false;
+    bool progress = true; ///< allowed, where there is a terminal to show it on
+};
+
+enum class OptionsResult {
+    Run,
+    Told, ///< `text` is for standard output: help or the version
+    Bad,  ///< `text` tells what is wrong
+};
+
+/// Reads what follows the program's name. Options and the file may stand in any order; "--" ends the options.
+OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& text);
+
+} // namespace gnsslog
