@@ -50,10 +50,10 @@ constexpr std::size_t kMinGridSide = 2;
 constexpr std::size_t kMaxGridSide = 32;
 
 // Lengths of whole payloads in bytes.
-constexpr std::size_t kAssistTimeSize = kAssistFrameSize + 8;
-constexpr std::size_t kAssistUtcSize = kAssistFrameSize + 24;
-constexpr std::size_t kAssistIonosphereSize = kAssistFrameSize + 32;
-constexpr std::size_t kAssistIntegritySize = kAssistFrameSize + 8;
+constexpr std::uint16_t kAssistTimeSize = kAssistFrameSize + 8;
+constexpr std::uint16_t kAssistUtcSize = kAssistFrameSize + 24;
+constexpr std::uint16_t kAssistIonosphereSize = kAssistFrameSize + 32;
+constexpr std::uint16_t kAssistIntegritySize = kAssistFrameSize + 8;
 constexpr std::size_t AssistEphemerisSize(std::size_t satellites)
 {
     return kAssistFrameSize + satellites * kAssistOrbitSize;
@@ -114,11 +114,11 @@ struct AssistIntegrity {
     std::uint64_t unusable = 0;
 };
 
-/// Entry: u8 number, i8 frequency channel, u8 signals, one zero byte.
+/// Entry: u8 number, i8 frequency channel, u8 carriers, one zero byte.
 struct AssistChannel {
     std::uint8_t number = 0;
-    std::int8_t channel = 0;  ///< -7 to 6; 0 for systems without channels
-    std::uint8_t signals = 0; ///< bit 0 the first carrier, bit 1 the second
+    std::int8_t channel = 0;   ///< -7 to 6; 0 for systems without channels
+    std::uint8_t carriers = 0; ///< bit 0 the first carrier, bit 1 the second
 };
 
 /// Body: u8 rows, u8 columns, u16 0, four floats, then the values row by row as u16.
@@ -266,7 +266,7 @@ inline std::vector<std::uint8_t> MakeAssistChannels(AssistSystem system, std::ui
     for (const AssistChannel& channel : channels) {
         image.U8(channel.number);
         image.I8(channel.channel);
-        image.U8(channel.signals);
+        image.U8(channel.carriers);
         image.U8(0);
     }
     return EndAssist(image);
@@ -377,11 +377,11 @@ inline bool ReadAssistChannels(const AssistHeader& header, ImageReader body, std
     for (AssistChannel& channel : channels) {
         channel.number = body.U8();
         channel.channel = body.I8();
-        channel.signals = body.U8();
+        channel.carriers = body.U8();
         const int lowest = header.system == AssistSystem::Glonass ? -7 : 0;
         const int highest = header.system == AssistSystem::Glonass ? 6 : 0;
         good = good && body.U8() == 0 && channel.number >= 1 && channel.number <= kMaxAssistSatellites &&
-               channel.channel >= lowest && channel.channel <= highest && channel.signals <= 3;
+               channel.channel >= lowest && channel.channel <= highest && channel.carriers <= 3;
     }
     return good && body.AtEnd();
 }

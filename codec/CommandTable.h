@@ -4,6 +4,7 @@
 // the codec and the virtual receiver, free of Qt. The codec frames any payload of a known id that fits a
 // frame; it is the receiver that judges length and range, so that a wrong one is answered and not swallowed.
 
+#include "codec/AssistPayloads.h"
 #include "codec/Protocol.h"
 
 namespace gnss {
@@ -17,8 +18,14 @@ struct CommandForm {
     std::uint16_t maxPayload; ///< bytes, inclusive
 };
 
-/// Longest payload of an assistance item whose content the link does not look into.
-constexpr std::uint16_t kMaxOpaquePayload = static_cast<std::uint16_t>(kMaxFramePayload);
+// Lengths of the assistance items, of codec/AssistPayloads.h.
+constexpr std::uint16_t kMinEphemeris = static_cast<std::uint16_t>(AssistEphemerisSize(1));
+constexpr std::uint16_t kMaxEphemeris = static_cast<std::uint16_t>(AssistEphemerisSize(kMaxAssistSatellites));
+constexpr std::uint16_t kMinChannels = static_cast<std::uint16_t>(AssistChannelsSize(1));
+constexpr std::uint16_t kMaxChannels = static_cast<std::uint16_t>(AssistChannelsSize(kMaxAssistSatellites));
+constexpr std::uint16_t kMinGrid = static_cast<std::uint16_t>(AssistGridSize(kMinGridSide, kMinGridSide));
+constexpr std::uint16_t kMaxGrid = static_cast<std::uint16_t>(AssistGridSize(kMaxGridSide, kMaxGridSide));
+static_assert(kMaxEphemeris <= kMaxFramePayload && kMaxGrid <= kMaxFramePayload);
 
 constexpr CommandForm kCommandForms[] = {
     {CmdStart, 0, 0, 12, 12},
@@ -43,26 +50,26 @@ constexpr CommandForm kCommandForms[] = {
     {CmdReadHistory, 0, 1, 0, 0},
     {CmdPgnssTime, 0, 0, 14, 14},
     {CmdPgnssPosition, 0, 0, 21, 21},
-    {CmdPgnssGpsEphemeris, 0, 0, 1, kMaxOpaquePayload},
-    {CmdPgnssEphemeris, 0, 0, 1, kMaxOpaquePayload},
-    {CmdPgnssUtc, 0, 0, 1, kMaxOpaquePayload},
-    {CmdPgnssGpsIntegrity, 0, 0, 1, kMaxOpaquePayload},
-    {CmdPgnssIntegrity, 0, 0, 1, kMaxOpaquePayload},
-    {CmdPgnssIonosphere, 0, 0, 1, kMaxOpaquePayload},
-    {CmdPgnssGloChannels, 0, 0, 1, kMaxOpaquePayload},
-    {CmdPgnssFineIonosphere, 0, 0, 1, kMaxOpaquePayload},
-    {CmdAgnssGpsTime, 0, 0, 1, kMaxOpaquePayload},
+    {CmdPgnssGpsEphemeris, 0, 0, kMinEphemeris, kMaxEphemeris},
+    {CmdPgnssEphemeris, 0, 0, kMinEphemeris, kMaxEphemeris},
+    {CmdPgnssUtc, 0, 0, kAssistUtcSize, kAssistUtcSize},
+    {CmdPgnssGpsIntegrity, 0, 0, kAssistIntegritySize, kAssistIntegritySize},
+    {CmdPgnssIntegrity, 0, 0, kAssistIntegritySize, kAssistIntegritySize},
+    {CmdPgnssIonosphere, 0, 0, kAssistIonosphereSize, kAssistIonosphereSize},
+    {CmdPgnssGloChannels, 0, 0, kMinChannels, kMaxChannels},
+    {CmdPgnssFineIonosphere, 0, 0, kMinGrid, kMaxGrid},
+    {CmdAgnssGpsTime, 0, 0, kAssistTimeSize, kAssistTimeSize},
     {CmdAgnssPosition, 0, 0, 20, 20},
-    {CmdAgnssGpsEphemeris, 0, 0, 1, kMaxOpaquePayload},
-    {CmdAgnssGpsIonosphere, 0, 0, 1, kMaxOpaquePayload},
-    {CmdAgnssUtc, 0, 0, 1, kMaxOpaquePayload},
-    {CmdAgnssGpsIntegrity, 0, 0, 1, kMaxOpaquePayload},
-    {CmdAgnssTime, 0, 0, 1, kMaxOpaquePayload},
-    {CmdAgnssIonosphere, 0, 0, 1, kMaxOpaquePayload},
-    {CmdAgnssEphemeris, 0, 0, 1, kMaxOpaquePayload},
-    {CmdAgnssIntegrity, 0, 0, 1, kMaxOpaquePayload},
-    {CmdAgnssUtcParameters, 0, 0, 1, kMaxOpaquePayload},
-    {CmdAgnssChannels, 0, 0, 1, kMaxOpaquePayload},
+    {CmdAgnssGpsEphemeris, 0, 0, kMinEphemeris, kMaxEphemeris},
+    {CmdAgnssGpsIonosphere, 0, 0, kAssistIonosphereSize, kAssistIonosphereSize},
+    {CmdAgnssUtc, 0, 0, kAssistUtcSize, kAssistUtcSize},
+    {CmdAgnssGpsIntegrity, 0, 0, kAssistIntegritySize, kAssistIntegritySize},
+    {CmdAgnssTime, 0, 0, kAssistTimeSize, kAssistTimeSize},
+    {CmdAgnssIonosphere, 0, 0, kAssistIonosphereSize, kAssistIonosphereSize},
+    {CmdAgnssEphemeris, 0, 0, kMinEphemeris, kMaxEphemeris},
+    {CmdAgnssIntegrity, 0, 0, kAssistIntegritySize, kAssistIntegritySize},
+    {CmdAgnssUtcParameters, 0, 0, kAssistUtcSize, kAssistUtcSize},
+    {CmdAgnssChannels, 0, 0, kMinChannels, kMaxChannels},
     {CmdUtcTime, 0, 0, 12, 12},
 };
 

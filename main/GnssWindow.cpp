@@ -6,6 +6,8 @@
 #include "codec/CallbackRouting.h"
 #include "codec/ClassGnss.h"
 #include "production/ProductTest.h"
+#include "views/DisplayTimeZone.h"
+#include "views/TrackState.h"
 #include "widgets/CustomBaudRateWin.h"
 #include "widgets/SerialSetting.h"
 
@@ -27,6 +29,8 @@ GnssWindow::GnssWindow(const QString& title, int number, QWidget* parent) : QMai
     }
     setContextMenuPolicy(Qt::NoContextMenu);
     Global::ResetForNewWindow();
+    TrackState::Reset();
+    ResetTimeZone();
     serialPort = new QSerialPort;
     WatchOwnPort(serialPort);
     setWindowTitle(title);

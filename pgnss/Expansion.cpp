@@ -70,7 +70,7 @@ std::vector<gnss::AssistChannel> ChannelsAt(const Seed& seed, AssistSystem syste
 {
     std::vector<gnss::AssistChannel> channels;
     for (const SeedOrbit& orbit : SetAt(seed, system, time).orbits) {
-        channels.push_back({orbit.number, orbit.channel, orbit.signals});
+        channels.push_back({orbit.number, orbit.channel, orbit.carriers});
     }
     return channels;
 }

@@ -23,7 +23,7 @@ const char* FilePrefix(gnss::AssistSystem system);
 /// The satellites of a system, with elements that hold at `toe`. Outside the validity the nearest set is taken.
 std::vector<gnss::AssistOrbit> OrbitsAt(const Seed& seed, gnss::AssistSystem system, std::uint32_t toe);
 
-/// Frequency channels and signals of a system's satellites at a moment.
+/// Frequency channels and carriers of a system's satellites at a moment.
 std::vector<gnss::AssistChannel> ChannelsAt(const Seed& seed, gnss::AssistSystem system, std::uint32_t time);
 
 /// All files for a moment: of each system the ephemerides of the multiple of its fit that is nearest behind

@@ -31,7 +31,7 @@ SeedOrbitSet DaySet(vrx::System system, std::uint32_t from, std::uint32_t until)
         SeedOrbit element;
         element.number = vrx::NumberInSystem(orbit);
         element.channel = orbit.channel;
-        element.signals = orbit.secondSignal ? 3 : 1;
+        element.carriers = orbit.secondSignal ? 3 : 1;
         element.radius = orbit.radius;
         element.inclination = orbit.inclination;
         element.node = std::fmod(orbit.node - vrx::kEarthRate * elapsed, 2.0 * vrx::kPi);

@@ -43,14 +43,14 @@ SeedError ReadOrbits(gnss::ImageReader content, std::size_t system, std::size_t 
         orbit.number = content.U8();
         orbit.health = content.U8();
         orbit.channel = content.I8();
-        orbit.signals = content.U8();
+        orbit.carriers = content.U8();
         const std::uint32_t reserved = content.U32();
         orbit.radius = content.F64();
         orbit.inclination = content.F64();
         orbit.node = content.F64();
         orbit.argument = content.F64();
-        if (orbit.number < 1 || orbit.number > gnss::kMaxAssistSatellites || orbit.signals < 1 ||
-            orbit.signals > 3 || reserved != 0 || orbit.channel < (glonass ? -7 : 0) ||
+        if (orbit.number < 1 || orbit.number > gnss::kMaxAssistSatellites || orbit.carriers < 1 ||
+            orbit.carriers > 3 || reserved != 0 || orbit.channel < (glonass ? -7 : 0) ||
             orbit.channel > (glonass ? 6 : 0) || !Within(orbit.radius, 6.5e6, 1e8) ||
             !Within(orbit.inclination, 0.0, kPi) || !Within(orbit.node, -2.0 * kPi, 2.0 * kPi) ||
             !Within(orbit.argument, -2.0 * kPi, 2.0 * kPi)) {
@@ -153,7 +153,7 @@ std::vector<std::uint8_t> PackSeed(const Seed& seed)
                 content.U8(orbit.number);
                 content.U8(orbit.health);
                 content.I8(orbit.channel);
-                content.U8(orbit.signals);
+                content.U8(orbit.carriers);
                 content.U32(0);
                 content.F64(orbit.radius);
                 content.F64(orbit.inclination);

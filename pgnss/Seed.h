@@ -29,7 +29,7 @@ struct SeedOrbit {
     std::uint8_t number = 0; ///< in its system, from 1
     std::uint8_t health = 0;
     std::int8_t channel = 0;
-    std::uint8_t signals = 1;
+    std::uint8_t carriers = 1;
     double radius = 0.0;
     double inclination = 0.0;
     double node = 0.0;

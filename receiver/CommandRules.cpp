@@ -1,5 +1,6 @@
 #include "receiver/CommandRules.h"
 
+#include "receiver/Assistance.h"
 #include "receiver/Utc.h"
 
 #include <cmath>
@@ -96,8 +97,8 @@ struct Rule {
     bool (*valuesValid)(Bytes, std::size_t);
 };
 
-// Commands that are not listed take any values: the start's numbers are free, a stop has none, and what is
-// inside the other assistance items is not looked at.
+// Commands that are not listed take any values: the start's numbers are free, a stop has none. The assistance
+// items have rules of their own.
 constexpr Rule kRules[] = {
     {gnss::CmdConstellations, 0, Flags},
     {gnss::CmdConstellations, gnss::kHotStartWord, StartItem},
@@ -129,6 +130,10 @@ gnss::AckStatus JudgeCommand(const gnss::FrameView& frame)
         return gnss::AckBadLength;
     case gnss::CommandCheck::Accepted:
         break;
+    }
+    if (const gnss::AssistForm* form = gnss::FindAssistForm(frame.id)) {
+        return AssistanceValid(*form, frame.payload, frame.payloadLength) ? gnss::AckAccepted
+                                                                          : gnss::AckBadParameter;
     }
     bool (*valid)(Bytes, std::size_t) = Any;
     for (const Rule& rule : kRules) {

@@ -3,12 +3,12 @@
 #include "receiver/Receiver.h"
 
 #include "codec/CommandTable.h"
+#include "receiver/Assistance.h"
 #include "receiver/CommandRules.h"
 #include "receiver/ReportWriter.h"
 #include "receiver/TextNumbers.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
 namespace vrx {
@@ -18,7 +18,6 @@ namespace {
 constexpr std::size_t kHistoryPart = 1024;
 
 // What is injected helps only when it is about right.
-constexpr Millis kUsableTimeError = 3600000;
 constexpr double kUsablePositionError = 300000.0;
 
 constexpr int kRates[] = {1, 5, 10};
@@ -257,22 +256,12 @@ void Receiver::Assist(const gnss::FrameView& frame, Millis now)
     const Millis utc = UtcAt(now);
     Memory& memory = m_engine.Known();
     const auto injectTime = [&](Millis injected) {
-        if (std::llabs(injected - utc) <= kUsableTimeError) {
-            memory.timeKnown = true;
-        }
+        memory.timeKnown = memory.timeKnown || TimeHelps(injected, utc);
     };
     const auto injectPosition = [&](const Geodetic& place) {
         if (RoughDistance(place, TruthAt(now).place) <= kUsablePositionError) {
             memory.positionKnown = true;
             memory.position = place;
-        }
-    };
-    const auto injectEphemeris = [&](bool gps) {
-        for (const SatelliteView& view : m_sky.Above(TruthAt(now).place, utc, {{true, true, true, true, true}})) {
-            if ((view.orbit->system == System::Gps) == gps) {
-                memory.ephemerisUntil[view.index] =
-                    std::max(memory.ephemerisUntil[view.index], utc + EphemerisLife(view.orbit->system));
-            }
         }
     };
     switch (frame.id) {
@@ -289,10 +278,6 @@ void Receiver::Assist(const gnss::FrameView& frame, Millis now)
         injectTime(kGpsEpoch + (utc - kGpsEpoch) / rollover * rollover + inRollover);
         break;
     }
-    case gnss::CmdAgnssGpsTime:
-    case gnss::CmdAgnssTime:
-        memory.timeKnown = true;
-        break;
     case gnss::CmdAgnssPosition: {
         std::uint32_t latitude = 0;
         std::int32_t longitude = 0;
@@ -310,15 +295,10 @@ void Receiver::Assist(const gnss::FrameView& frame, Millis now)
         injectPosition(place);
         break;
     }
-    case gnss::CmdPgnssGpsEphemeris:
-    case gnss::CmdAgnssGpsEphemeris:
-        injectEphemeris(true);
-        break;
-    case gnss::CmdPgnssEphemeris:
-    case gnss::CmdAgnssEphemeris:
-        injectEphemeris(false);
-        break;
     default:
+        if (const gnss::AssistForm* form = gnss::FindAssistForm(frame.id)) {
+            TakeAssistance(*form, p, frame.payloadLength, utc, memory);
+        }
         break;
     }
     if (m_running) {

@@ -38,6 +38,22 @@ public:
         QCOMPARE(::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size())), bytes.size());
     }
 
+    /// What the near end has sent by now.
+    QByteArray Take() const
+    {
+        QByteArray bytes;
+        pollfd waiting = {m_master, POLLIN, 0};
+        char buffer[4096];
+        while (m_master >= 0 && poll(&waiting, 1, 0) > 0 && (waiting.revents & POLLIN) != 0) {
+            const ssize_t got = ::read(m_master, buffer, sizeof(buffer));
+            if (got <= 0) {
+                break;
+            }
+            bytes.append(buffer, static_cast<int>(got));
+        }
+        return bytes;
+    }
+
     /// Waits for `count` bytes from the near end, with the event loop running.
     QByteArray Read(int count, int timeoutMs = 2000) const
     {

@@ -144,7 +144,7 @@ QRect Cn0ViewWin::LegendRect(const QPainter& painter) const
         widest =
             std::max(widest, painter.fontMetrics().horizontalAdvance(CountText(kConstellations[row].counter)));
     right += widest;
-    return QRect(QPoint(0, 0), QPoint(right + 12, m_legend.IconRect(kLegendRows - 1).bottom() + 4));
+    return QRect(QPoint(0, 0), QPoint(right + 8, m_legend.IconRect(kLegendRows - 1).bottom() + 4));
 }
 
 void Cn0ViewWin::PaintLegend(QPainter& painter) const
@@ -221,14 +221,27 @@ bool Cn0ViewWin::PaintColumn(QPainter& painter, int x, const SignalTable::Satell
     }
     const QFontMetrics metrics = painter.fontMetrics();
     const int textHeight = metrics.ascent();
-    const bool textInside =
-        legend.intersects(QRect(x, bottom - textHeight, barWidth, textHeight)) && bottom + textHeight <= baseline;
-    const std::vector<int> textTops = SignalBars::TextTops(tops, textHeight, baseline, textInside);
+    // The strongest's text stands above the column, or inside it where it would lie in the legend.
+    int firstTop = bottom - textHeight;
+    if (legend.intersects(QRect(x, firstTop, barWidth, textHeight))) {
+        const int below = std::max(bottom, legend.bottom() + 1);
+        if (below + textHeight <= baseline)
+            firstTop = below;
+    }
+    const std::vector<int> textTops = SignalBars::TextTops(tops, firstTop, textHeight, baseline);
     for (std::size_t i = 0; i < textTops.size(); ++i) {
-        const std::size_t segment = satellite.size() - 1 - i;
         const QRect box(x - 2, textTops[i], barWidth + 4, textHeight);
-        painter.setPen(i == 0 && !textInside ? QColor(Qt::black) : TextColourOn(fills[segment]));
-        painter.drawText(box, Qt::AlignCenter | Qt::TextDontClip, QString::number(satellite[segment].cn0));
+        // The weakest segment that reaches the text's middle is the one behind it.
+        QColor pen = Qt::black;
+        for (std::size_t below = tops.size(); below-- > 0;) {
+            if (tops[below] <= box.center().y() && box.center().y() < baseline) {
+                pen = TextColourOn(fills[tops.size() - 1 - below]);
+                break;
+            }
+        }
+        painter.setPen(pen);
+        painter.drawText(box, Qt::AlignCenter | Qt::TextDontClip,
+                         QString::number(satellite[satellite.size() - 1 - i].cn0));
     }
     painter.setPen(Qt::black);
     painter.drawText(QRect(x - 2, baseline + 3, barWidth + 4, metrics.height()),

@@ -127,7 +127,7 @@ void SatellitesPosViewWin::PaintScale(QPainter& painter) const
     const double radius = height() / 2 - 15;
     // In a narrow view a text gives way to the legend.
     QRectF legend(m_legend.IconRect(0));
-    legend.setRight(ConstellationLegend::kTextX + QFontMetricsF(LegendFont()).horizontalAdvance("QZS") + 2.0);
+    legend.setRight(ConstellationLegend::kTextX + QFontMetricsF(LegendFont()).horizontalAdvance("QZS") + 6.0);
     legend.setBottom(m_legend.IconRect(kLegendRows - 1).bottom());
     legend.translate(-width() / 2, -height() / 2);
     for (int i = 0; i < SkyGeometry::kAzimuthLabels; ++i) {

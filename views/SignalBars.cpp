@@ -28,12 +28,12 @@ int FirstColumnX(int columnCount, int barPitch, int viewWidth, int legendRight, 
     return std::max(margin, std::min(legendRight, viewWidth - margin - columnCount * barPitch));
 }
 
-std::vector<int> TextTops(const std::vector<int>& segmentTops, int textHeight, int baseline, bool firstInside)
+std::vector<int> TextTops(const std::vector<int>& segmentTops, int firstTop, int textHeight, int baseline)
 {
     std::vector<int> tops;
     if (segmentTops.empty())
         return tops;
-    tops.push_back(firstInside ? segmentTops[0] : segmentTops[0] - textHeight);
+    tops.push_back(firstTop);
     for (std::size_t i = 1; i < segmentTops.size(); ++i) {
         const int top = std::max(segmentTops[i], tops.back() + textHeight);
         if (top + textHeight > baseline)

@@ -23,9 +23,9 @@ int PixelsPerDb(int viewHeight);
 int FirstColumnX(int columnCount, int barPitch, int viewWidth, int legendRight, bool legendBelowBaseline);
 
 /// The tops of the strengths' texts in one column, strongest first. `segmentTops` are the tops of the column's
-/// segments, strongest first. The strongest's text stands above the column unless `firstInside`, the others inside
-/// it, each below its segment's top and below the text before it. Texts that no longer fit above the baseline are
-/// left out.
-std::vector<int> TextTops(const std::vector<int>& segmentTops, int textHeight, int baseline, bool firstInside);
+/// segments, strongest first. The strongest's text has its top at `firstTop`; the others stand inside the column,
+/// each below its segment's top and below the text before it. Texts that no longer fit above the baseline are left
+/// out.
+std::vector<int> TextTops(const std::vector<int>& segmentTops, int firstTop, int textHeight, int baseline);
 
 } // namespace SignalBars

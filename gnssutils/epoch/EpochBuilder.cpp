@@ -418,7 +418,7 @@ void EpochBuilder::EmitPosition(RecordSink& sink)
         m_lastFixLatitude = fix.latitude;
         m_lastFixLongitude = fix.longitude;
     }
-    m_fixes.Send(sink, fix, m_trueHeadingSeen ? m_trueHeading : m_course);
+    m_fixes.Send(sink, fix, chosen.position.present, m_trueHeadingSeen ? m_trueHeading : m_course);
 }
 
 void EpochBuilder::EmitSatellites(RecordSink& sink)

@@ -5,7 +5,7 @@
 
 namespace gnss {
 
-void FixOutput::Send(RecordSink& sink, const FixRecord& fix, float compassHeading)
+void FixOutput::Send(RecordSink& sink, const FixRecord& fix, bool havePosition, float compassHeading)
 {
     const bool valid = fix.fixMode != FixInvalid;
     if (valid && m_firstFixArmed) {
@@ -15,12 +15,14 @@ void FixOutput::Send(RecordSink& sink, const FixRecord& fix, float compassHeadin
     }
     sink.OnFix(fix);
 
-    PositionRecord position{};
-    position.latitude = fix.latitude;
-    position.longitude = fix.longitude;
-    position.altitude = fix.altitude;
-    position.fixMode = fix.fixMode;
-    sink.OnPosition(position);
+    if (havePosition) {
+        PositionRecord position{};
+        position.latitude = fix.latitude;
+        position.longitude = fix.longitude;
+        position.altitude = fix.altitude;
+        position.fixMode = fix.fixMode;
+        sink.OnPosition(position);
+    }
 
     CompassRecord compass{};
     compass.heading = compassHeading;

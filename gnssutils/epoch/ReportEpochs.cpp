@@ -95,7 +95,7 @@ void ReportEpochs::Take(RecordSink& sink, const MsgLoc& loc, bool told)
         fix.heading = Finite(loc.heading);
     }
     if (!first && !told) {
-        m_fixes.Send(sink, fix, fix.heading);
+        m_fixes.Send(sink, fix, fix.fixMode != FixInvalid, fix.heading);
     }
 }
 

@@ -30,6 +30,15 @@ void AddOptions(QCommandLineParser& parser)
                QStringLiteral("N")),
         Option(QStringLiteral("receiver-arg"),
                QStringLiteral("Argument for the virtual receiver; may be repeated."), QStringLiteral("ARG")),
+        Option(QStringLiteral("station"),
+               QStringLiteral("Offer this many more virtual receivers, up to 16, for the firmware and production "
+                              "windows."),
+               QStringLiteral("N")),
+        Option(QStringLiteral("no-service"), QStringLiteral("Start no local assistance service.")),
+        Option(QStringLiteral("service"), QStringLiteral("Program of the assistance service."),
+               QStringLiteral("PATH")),
+        Option(QStringLiteral("service-arg"),
+               QStringLiteral("Argument for the assistance service; may be repeated."), QStringLiteral("ARG")),
         Option(QStringLiteral("headless"),
                QStringLiteral("Run for this time without a user, then leave a screenshot, "
                               "the logs and a summary; the exit status is 0 only if "
@@ -81,6 +90,11 @@ QString ReadValues(const QCommandLineParser& parser, HostOptions& options)
         if (!good || !(speed > 0.0) || speed > 1e6)
             return bad(QStringLiteral("speed"));
     }
+    if (parser.isSet(QStringLiteral("station"))) {
+        options.station = parser.value(QStringLiteral("station")).toInt(&good);
+        if (!good || options.station < 0 || options.station > 16)
+            return bad(QStringLiteral("station"));
+    }
     if (parser.isSet(QStringLiteral("headless"))) {
         options.headlessSeconds = parser.value(QStringLiteral("headless")).toInt(&good);
         if (!good || options.headlessSeconds < 1 || options.headlessSeconds > 86400)
@@ -124,6 +138,9 @@ HostOptionsResult ParseHostOptions(const QStringList& arguments)
     options.receiver = parser.value(QStringLiteral("receiver"));
     options.port = parser.value(QStringLiteral("port"));
     options.receiverArguments = parser.values(QStringLiteral("receiver-arg"));
+    options.noService = parser.isSet(QStringLiteral("no-service"));
+    options.service = parser.value(QStringLiteral("service"));
+    options.serviceArguments = parser.values(QStringLiteral("service-arg"));
     options.output = parser.value(QStringLiteral("output"));
     options.plugin = parser.value(QStringLiteral("plugin"));
     result.error = ReadValues(parser, options);

@@ -20,6 +20,10 @@ struct HostOptions {
     QString capture;  ///< file that the virtual receiver plays
     QString speed;    ///< playing speed, a positive decimal number; empty when not given
     QStringList receiverArguments;
+    int station = 0; ///< virtual receivers for the production windows
+    bool noService = false;
+    QString service; ///< program of the assistance service; empty for the one beside the host
+    QStringList serviceArguments;
     int headlessSeconds = 0; ///< 0: with a user
     QString output;          ///< folder for what a headless run leaves; empty for one named by the time
     QString plugin;          ///< library to load; empty for the one beside the host

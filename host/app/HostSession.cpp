@@ -1,5 +1,6 @@
 #include "HostSession.h"
 
+#include "AssistConfig.h"
 #include "Components.h"
 #include "HeadlessRun.h"
 #include "HostSupportConfig.h"
@@ -34,9 +35,11 @@ QString BesideProgram(const QString& name)
 #ifdef Q_OS_WIN
 const QString kPluginFile = QStringLiteral("Gnss.dll");
 const QString kReceiverFile = QStringLiteral("gnss-receiver.exe");
+const QString kServiceFile = QStringLiteral("assist-service.exe");
 #else
 const QString kPluginFile = QStringLiteral("libGnss.so");
 const QString kReceiverFile = QStringLiteral("gnss-receiver");
+const QString kServiceFile = QStringLiteral("assist-service");
 #endif
 
 } // namespace
@@ -54,6 +57,9 @@ HostSession::HostSession(const HostOptions& options)
     if (m_options.receiver.isEmpty())
         m_options.receiver = BesideProgram(kReceiverFile);
     connect(&m_receiver, &ReceiverProcess::Ended, this, &HostSession::ReceiverEnded);
+    if (m_options.service.isEmpty())
+        m_options.service = BesideProgram(kServiceFile);
+    connect(&m_service, &ServiceProcess::Ready, this, &HostSession::UseService);
 }
 
 HostSession::~HostSession()
@@ -175,7 +181,7 @@ void HostSession::InstallTranslators()
     }
 }
 
-void HostSession::StartReceiver()
+ReceiverSettings HostSession::AskedOfReceiver() const
 {
     ReceiverSettings settings;
     settings.program = m_options.receiver;
@@ -184,7 +190,12 @@ void HostSession::StartReceiver()
     settings.capture = m_options.capture;
     settings.speed = m_options.speed;
     settings.extra = m_options.receiverArguments;
-    m_receiver.Start(settings);
+    return settings;
+}
+
+void HostSession::StartReceiver()
+{
+    m_receiver.Start(AskedOfReceiver());
 }
 
 void HostSession::Build()
@@ -195,6 +206,8 @@ void HostSession::Build()
 
     m_plugin = std::make_unique<PluginSession>(m_options.plugin);
     const bool loaded = m_plugin->Load();
+    m_station.Start(AskedOfReceiver(), m_options.station);
+    m_station.Offer(kReadyMilliseconds);
     if (m_receiverWanted) {
         if (!m_receiver.WaitReady(kReadyMilliseconds) &&
             m_receiver.CurrentState() == ReceiverProcess::State::Starting)
@@ -261,10 +274,40 @@ void HostSession::FirstPaint()
 
 void HostSession::OpenLine()
 {
+    StartService();
     if (m_lineOpened || !m_built || m_port.isEmpty())
         return;
     m_lineOpened = true;
     m_plugin->OpenPort(m_port);
+}
+
+/// Starts the assistance service once, behind the first picture: nobody asks it earlier. Where the user has named
+/// another service only that one's authority is trusted.
+void HostSession::StartService()
+{
+    if (m_serviceTried)
+        return;
+    m_serviceTried = true;
+    const QString folder = QCoreApplication::applicationDirPath();
+    if (m_options.noService || !IsOwnAssistConfig(AssistConfigFile(folder))) {
+        TrustConfiguredAuthority(AssistConfigFile(folder), folder);
+        return;
+    }
+    m_service.Start(
+        {m_options.service, folder + QStringLiteral("/Source-Datas/assist-service"), m_options.serviceArguments});
+}
+
+void HostSession::UseService(const QString& host)
+{
+    const QString folder = QCoreApplication::applicationDirPath();
+    const QString file = AssistConfigFile(folder);
+    AssistConfig config;
+    config.host = host;
+    config.ca = m_service.Folder() + QStringLiteral("/certificate.pem");
+    if (!ReadServiceCredentials(m_service.Folder(), config) || !IsOwnAssistConfig(file) ||
+        !WriteAssistConfig(file, config))
+        qWarning().noquote() << "assistance service: not written to" << file;
+    TrustConfiguredAuthority(file, folder);
 }
 
 /// Puts a port into the list of ports, in place of an earlier one.
@@ -366,5 +409,6 @@ void HostSession::TakeDown()
         m_plugin.reset();
     }
     m_receiver.Stop();
+    m_station.Stop();
     UsePort(QString());
 }

@@ -3,6 +3,8 @@
 #include "HostOptions.h"
 #include "HostSettings.h"
 #include "ReceiverProcess.h"
+#include "ServiceProcess.h"
+#include "StationReceivers.h"
 #include "StopSignals.h"
 
 #include <QObject>
@@ -33,6 +35,7 @@ protected:
 private:
     void ApplySettings();
     void InstallTranslators();
+    ReceiverSettings AskedOfReceiver() const;
     void StartReceiver();
     void Connect();
     void SizeWindow();
@@ -43,6 +46,8 @@ private:
     void UsePort(const QString& port);
     void StopReceiver();
     void RestartReceiver();
+    void StartService();
+    void UseService(const QString& host);
     void ShowReceiverState();
     void ReceiverEnded(const QString& reason);
     void ChangeProduct(int product);
@@ -60,6 +65,9 @@ private:
     std::unique_ptr<PluginSession> m_plugin;
     std::unique_ptr<HeadlessRun> m_headless;
     ReceiverProcess m_receiver;
+    StationReceivers m_station;
+    ServiceProcess m_service;
+    bool m_serviceTried = false;
     StopSignals m_stopSignals;
     QTranslator m_hostTexts;
     QTranslator m_pluginTexts;

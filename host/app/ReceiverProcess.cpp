@@ -82,7 +82,8 @@ void ReceiverProcess::Start(const ReceiverSettings& settings)
     connect(m_process.get(), qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             &ReceiverProcess::ProcessFinished);
     m_process->setStandardInputFile(QProcess::nullDevice());
-    m_process->start(settings.program, ReceiverArguments(settings, m_folder->filePath(name)));
+    const QString link = settings.link.isEmpty() ? m_folder->filePath(name) : settings.link;
+    m_process->start(settings.program, ReceiverArguments(settings, link));
 }
 
 bool ReceiverProcess::WaitReady(int milliseconds)

@@ -17,6 +17,7 @@ struct ReceiverSettings {
     QString capture;
     QString speed;
     QStringList extra;
+    QString link; ///< path of the port; empty for one in a folder that only this process uses
 };
 
 /// The receiver's command line for a line at `link`.

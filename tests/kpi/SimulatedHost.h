@@ -28,8 +28,8 @@ public:
     bool locked = false;
 
     bool encodes = true;
-    bool gone = false;                             ///< the window goes at the next pump
-    std::function<void()> atEveryStep = [] {};     ///< what else happens as time passes
+    bool gone = false;                         ///< the window goes at the next pump
+    std::function<void()> atEveryStep = [] {}; ///< what else happens as time passes
     std::function<void(KpiFrame)> toTheReceiver = [](KpiFrame) {};
 
     qint64 now = 0; ///< milliseconds

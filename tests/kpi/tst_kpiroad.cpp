@@ -1,45 +1,12 @@
+#include "TestReceiver.h"
 #include "WindowTest.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QProcess>
 #include <QTableWidget>
 #include <QTemporaryDir>
 
 namespace {
-
-/// The virtual receiver on a line of its own.
-class TestReceiver {
-public:
-    explicit TestReceiver(const QStringList& options)
-    {
-        link = m_folder.filePath("receiver");
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_process.start(QStringLiteral(GNSS_BUILD_BIN "/gnss-receiver"), QStringList{"--link", link} + options);
-        QByteArray said;
-        while (!said.contains('\n') && m_process.waitForReadyRead(10000)) {
-            said += m_process.readAllStandardOutput();
-        }
-        ready = said.startsWith("ready ");
-    }
-    ~TestReceiver()
-    {
-        m_process.terminate();
-        if (!m_process.waitForFinished(5000)) {
-            m_process.kill();
-            m_process.waitForFinished();
-        }
-    }
-    TestReceiver(const TestReceiver&) = delete;
-    TestReceiver& operator=(const TestReceiver&) = delete;
-
-    QString link;
-    bool ready = false;
-
-private:
-    QTemporaryDir m_folder;
-    QProcess m_process;
-};
 
 /// The main window with its port open on the receiver and the performance test filled in.
 class KpiRoad {
@@ -116,13 +83,25 @@ private Q_SLOTS:
 
     void TheViewIsClosedInAStart()
     {
-        const KpiRoad road({"--ttff-hot", "30,0"}, "2", "60");
+        const QTemporaryDir folder;
+        const QString transcript = folder.filePath("transcript");
+        const KpiRoad road({"--ttff-hot", "30,0", "--transcript", transcript}, "2", "60");
         QVERIFY(road.IsOpen());
         auto* sub = road.test.SubWindow("KpiViewWin");
         QTimer::singleShot(120, sub, &QMdiSubWindow::close);
         road.Click("pushButton_2");
         QTRY_VERIFY_WITH_TIMEOUT(road.test.SubWindow("KpiViewWin") == nullptr, 10000);
-        QTest::qWait(300);
+        // The stop frame is the last that the receiver hears; no start frame was sent.
+        const auto heard = [&transcript] {
+            QByteArray last;
+            const QList<QByteArray> lines = WindowTest::Content(transcript).split('\n');
+            for (const QByteArray& line : lines) {
+                last = line.contains(" > ") ? line : last;
+            }
+            return last;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(heard().contains("7e040d0002000000000000007e"), 10000);
+        QVERIFY(!WindowTest::Content(transcript).contains("7e04190001000300"));
         road.test.Click("性能测试视图");
         QVERIFY(road.test.SubWindow("KpiViewWin") != nullptr);
     }

@@ -52,9 +52,8 @@ bool Take(KpiSatellites& satellites, const QByteArray& record)
 QString Shown(const KpiSatellites& satellites, int constellation)
 {
     const KpiSatellites::Column& column = satellites.ColumnOf(constellation);
-    return column.shown
-               ? QString("%1 %2 %3").arg(column.tracked).arg(column.stat.used).arg(column.stat.top5)
-               : QString();
+    return column.shown ? QString("%1 %2 %3").arg(column.tracked).arg(column.stat.used).arg(column.stat.top5)
+                        : QString();
 }
 
 } // namespace
@@ -266,8 +265,8 @@ private Q_SLOTS:
 
     void TheConfigurationComesBack()
     {
-        KpiConfigTexts saved = {"true", "false", "true", "1", "2", "3,5", "", "false", "true",
-                                "false", "五", "6", "7", "8"};
+        KpiConfigTexts saved = {"true",  "false", "true",  "1",  "2", "3,5", "",
+                                "false", "true",  "false", "五", "6", "7",   "8"};
         Write("Config.ini", "[Other]\nkey=1\n");
         SaveKpiConfig(saved);
         const QByteArray file = Content("Config.ini");
@@ -314,9 +313,9 @@ private Q_SLOTS:
         QVERIFY(SaveKpiResult(cell));
         const QByteArray header = "TestNum,FixedNum,succFixedRate,TTFF_68%,TTFF_95%,TTFF_MAX,TTFF_AVG,"
                                   "CEP_68%,CEP_95%,CEP_MAX,CEP_AVG\n";
-        QCOMPARE(Content("testResult.csv"),
-                 header + "Cold Test\n2.0,2.1,66.6667%,0,0,0,0,6.0,6.1,6.2,6.3,\n" + header +
-                     "Hot Test\n2.0,2.1,66.6667%,4.0,4.1,4.2,4.3,6.0,6.1,6.2,6.3,\n");
+        QCOMPARE(Content("testResult.csv"), header + "Cold Test\n2.0,2.1,66.6667%,0,0,0,0,6.0,6.1,6.2,6.3,\n" +
+                                                header +
+                                                "Hot Test\n2.0,2.1,66.6667%,4.0,4.1,4.2,4.3,6.0,6.1,6.2,6.3,\n");
         QFile::remove("testResult.csv");
         QDir().mkdir("testResult.csv");
         QVERIFY(!SaveKpiResult(cell));

@@ -168,14 +168,14 @@ private Q_SLOTS:
     void TheSlotsSendTheirFrames()
     {
         Bench bench;
-        for (const char* slot : {"SlotEditStopBtnClicked", "SlotSendColdStart", "SlotSendHotStart",
-                                 "SlotSendAllNmeaRpt"}) {
+        for (const char* slot :
+             {"SlotEditStopBtnClicked", "SlotSendColdStart", "SlotSendHotStart", "SlotSendAllNmeaRpt"}) {
             QVERIFY(QMetaObject::invokeMethod(bench.window.get(), slot));
         }
         QCOMPARE(bench.sender.frames, (QList<QByteArray>{stopFrame, coldFrame, hotFrame, nmeaFrame}));
         bool result = true;
-        QVERIFY(QMetaObject::invokeMethod(bench.window.get(), "SlotEditStartBtnClicked",
-                                          Q_RETURN_ARG(bool, result)));
+        QVERIFY(
+            QMetaObject::invokeMethod(bench.window.get(), "SlotEditStartBtnClicked", Q_RETURN_ARG(bool, result)));
         QVERIFY(!result);
         QCOMPARE(bench.sender.frames.size(), 4);
         const QMetaObject* meta = bench.window->metaObject();
@@ -202,7 +202,9 @@ private Q_SLOTS:
         QCOMPARE(bench.Row("hotTestResult", 6), QString("0.00 0.00 0.00 0.00"));
         QCOMPARE(bench.Row("latestData", 2), QString("2026-3-14 0:0:1 0 -"));
         QCOMPARE(bench.Row("latestData", 4), QString("47.00000000N 8.00000000E 0.00m 0.00m/s"));
-        const QByteArray satellites("\x02G\0\1\x28" "C\0\0\x20\0", 10);
+        const QByteArray satellites("\x02G\0\1\x28"
+                                    "C\0\0\x20\0",
+                                    10);
         bench.window->OnKpiCn0(satellites.constData(), satellites.size());
         QCOMPARE(bench.Row("satData", 2), QString("跟踪 2 1 1 - - -"));
         QCOMPARE(bench.Row("satData", 3), QString("使用 1 1 0 - - -"));

@@ -97,12 +97,12 @@ void TestSignalView::Widths()
 void TestSignalView::TextsInAColumn()
 {
     using SignalBars::TextTops;
-    QCOMPARE(TextTops({100}, 14, 200, false), std::vector<int>({86}));
+    QCOMPARE(TextTops({100}, 86, 14, 200), std::vector<int>({86}));
     // Too close to one another they are pushed apart, and out of the column they aren't drawn.
-    QCOMPARE(TextTops({100, 102, 104}, 14, 200, false), std::vector<int>({86, 102, 116}));
-    QCOMPARE(TextTops({100, 102, 104}, 14, 200, true), std::vector<int>({100, 114, 128}));
-    QCOMPARE(TextTops({190, 192}, 14, 200, false), std::vector<int>({176}));
-    QVERIFY(TextTops({}, 14, 200, false).empty());
+    QCOMPARE(TextTops({100, 102, 104}, 86, 14, 200), std::vector<int>({86, 102, 116}));
+    QCOMPARE(TextTops({100, 102, 104}, 100, 14, 200), std::vector<int>({100, 114, 128}));
+    QCOMPARE(TextTops({190, 192}, 176, 14, 200), std::vector<int>({176}));
+    QVERIFY(TextTops({}, 0, 14, 200).empty());
 }
 
 void TestSignalView::PaintsColumns()
@@ -145,7 +145,7 @@ void TestSignalView::HidesAConstellation()
     Cn0ViewWin view(nullptr);
     view.resize(900, 449);
     Send(view, Cn0Bytes({{'G', 5, 40, 1, 1575.42F}, {'C', 9, 20, 1, 1561.1F}}));
-    const QRect plot(150, 170, 750, 200);
+    const QRect plot(0, 170, 900, 200);
     QVERIFY(Count(Picture(view), plot, kGps) > 5000);
     Click(view, QPointF(20, 98)); // the row of the GPS
     QCOMPARE(Count(Picture(view), plot, kGps), 0);

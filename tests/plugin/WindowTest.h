@@ -33,12 +33,11 @@ public:
         if (m_codec == Codec::Fake) {
             FakeCodec::Install();
         }
+        InstallDecoder();
         InstallTree();
         WriteLanguage(language);
         HostSupportConfig::SetProduct(product);
         qputenv("GNSS_SERIAL_PORTS", ports.toLocal8Bit());
-        // The offline assistance tells in a box that the seed decoder is missing here.
-        const BoxAnswerer decoderMissing;
         window = std::make_unique<GnssWindow>(QStringLiteral("Gnss"), 0, nullptr);
     }
     ~WindowTest()
@@ -47,6 +46,7 @@ public:
         if (m_codec == Codec::Fake) {
             FakeCodec::Remove();
         }
+        QFile::remove(DecoderPath());
         HostSupportConfig::SetProduct(0);
     }
     WindowTest(const WindowTest&) = delete;
@@ -59,6 +59,19 @@ public:
             QFileInfo(entry).isDir() ? QDir(entry).removeRecursively() : QFile::remove(entry);
         }
         QDir(QCoreApplication::applicationDirPath() + "/GnssData").removeRecursively();
+    }
+
+    static QString DecoderPath()
+    {
+        return QCoreApplication::applicationDirPath() + "/Source-Datas/bin/libpgnss_decoder.dll";
+    }
+
+    /// Puts a library without the entry points into the seed decoder's place: the window would tell in a box
+    /// that there is none.
+    static void InstallDecoder()
+    {
+        QDir().mkpath(QFileInfo(DecoderPath()).path());
+        QFile::copy(QStringLiteral(FAKE_CODEC_DIR "/fake_codec_Nothing.so"), DecoderPath());
     }
 
     static void InstallTree()

@@ -284,30 +284,6 @@ private slots:
         }
     }
 
-    void AssistanceShortensTheSearchAndColdStartForgets()
-    {
-        auto options = ReceiverDriver::Options();
-        ReceiverDriver driver(options);
-        driver.Run(3000);
-        QCOMPARE(driver.Command(ReceiverDriver::Frame(gnss::CmdAgnssGpsTime, "t")), 0);
-        std::string position(20, '\0');
-        const auto latitude =
-            static_cast<std::uint32_t>(options.place.latitude * vrx::kDegree / 1.87253514146196e-07);
-        const auto longitude =
-            static_cast<std::int32_t>(options.place.longitude * vrx::kDegree / 3.74507028292392e-07);
-        std::memcpy(&position[0], &latitude, 4);
-        std::memcpy(&position[4], &longitude, 4);
-        QCOMPARE(driver.Command(ReceiverDriver::Frame(gnss::CmdAgnssPosition, position)), 0);
-        QCOMPARE(driver.Command(ReceiverDriver::Frame(gnss::CmdAgnssGpsEphemeris, "e")), 0);
-        const double seconds = driver.SecondsToFix(60);
-        QVERIFY2(seconds > 0.0 && seconds < 4.0, qPrintable(QString::number(seconds)));
-
-        QCOMPARE(driver.Command(ReceiverDriver::Frame(gnss::CmdStartMode, std::string(1, '\1'))), 0);
-        driver.SendBytes(ReceiverDriver::Bytes(ReceiverDriver::kStop));
-        driver.SendBytes(ReceiverDriver::Bytes(ReceiverDriver::kStart));
-        QVERIFY(driver.SecondsToFix(60) > 15.0);
-    }
-
     void MovingAntennaTurnsAndTravels()
     {
         auto options = ReceiverDriver::Options();

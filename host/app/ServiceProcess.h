@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+/// What the local assistance service is started with.
+struct ServiceSettings {
+    QString program;
+    QString folder; ///< where it keeps its certificate and the client's key
+    QStringList extra;
+};
+
+/// The service's command line.
+QStringList ServiceArguments(const ServiceSettings& settings);
+
+/// Host and port in the line by which the service says that it can be asked; empty for every other line.
+QString ReadyHost(const QByteArray& line);
+
+/// The local assistance service as a process of its own. What it writes goes to the debug log.
+class ServiceProcess : public QObject {
+    Q_OBJECT
+
+public:
+    explicit ServiceProcess(QObject* parent = nullptr);
+    ~ServiceProcess() override;
+
+    /// Starts the program and returns at once; does nothing while one runs.
+    void Start(const ServiceSettings& settings);
+
+    /// Ends the process; does nothing when there is none.
+    void Stop();
+
+    bool Running() const { return m_process != nullptr; }
+    /// "localhost:PORT" once it can be asked, else empty.
+    QString Host() const { return m_host; }
+    QString Folder() const { return m_folder; }
+
+Q_SIGNALS:
+    void Ready(const QString& host);
+    /// The process has ended by itself or could not be started.
+    void Ended(const QString& reason);
+
+private:
+    void ReadOutput();
+    void ReadErrors();
+    void End(const QString& reason);
+
+    std::unique_ptr<QProcess> m_process;
+    QString m_host;
+    QString m_folder;
+    QByteArray m_output;
+    QByteArray m_errors;
+};

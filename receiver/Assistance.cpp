@@ -1,0 +1,137 @@
+#include "receiver/Assistance.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace vrx {
+
+namespace {
+
+constexpr Millis kUsableTimeError = 3600000;
+// What a satellite's predicted place may err, in metres, before it leads the search astray.
+constexpr double kUsableOrbitError = 5000.0;
+
+static_assert(kSystems == gnss::kAssistSystems);
+static_assert(static_cast<int>(System::Glonass) == static_cast<int>(gnss::AssistSystem::Glonass));
+
+std::size_t IndexOf(gnss::AssistSystem system, std::uint8_t number)
+{
+    const std::vector<Orbit>& orbits = AllOrbits();
+    std::size_t i = 0;
+    while (i < orbits.size() &&
+           (orbits[i].system != static_cast<System>(system) || NumberInSystem(orbits[i]) != number)) {
+        ++i;
+    }
+    return i;
+}
+
+void TakeEphemeris(gnss::AssistSystem system, const gnss::AssistOrbit& orbit, Millis utc, Memory& memory)
+{
+    const std::size_t index = IndexOf(system, orbit.number);
+    const Millis toe = orbit.toe * Millis{1000};
+    const Millis fit = orbit.fit * Millis{1000};
+    if (index == AllOrbits().size() || orbit.health != 0 || std::llabs(utc - toe) > fit) {
+        return;
+    }
+    const Vector3 predicted = PredictedPosition(orbit, utc);
+    const Vector3 truth = PositionAt(AllOrbits()[index], utc);
+    const double error = std::hypot(predicted.x - truth.x, predicted.y - truth.y, predicted.z - truth.z);
+    if (error <= kUsableOrbitError) {
+        memory.ephemerisUntil[index] = std::max(memory.ephemerisUntil[index], toe + fit);
+    }
+}
+
+} // namespace
+
+Vector3 PredictedPosition(const gnss::AssistOrbit& orbit, Millis utc)
+{
+    const double elapsed = static_cast<double>(utc - orbit.toe * Millis{1000}) / 1000.0;
+    const double u = orbit.argument + std::sqrt(kGravity / (orbit.radius * orbit.radius * orbit.radius)) * elapsed;
+    const double node = orbit.node - kEarthRate * elapsed;
+    const double ci = std::cos(orbit.inclination);
+    return {orbit.radius * (std::cos(u) * std::cos(node) - std::sin(u) * ci * std::sin(node)),
+            orbit.radius * (std::cos(u) * std::sin(node) + std::sin(u) * ci * std::cos(node)),
+            orbit.radius * std::sin(u) * std::sin(orbit.inclination)};
+}
+
+bool TimeHelps(Millis injected, Millis utc)
+{
+    return std::llabs(injected - utc) <= kUsableTimeError;
+}
+
+bool AssistanceValid(const gnss::AssistForm& form, const std::uint8_t* payload, std::size_t length)
+{
+    gnss::AssistHeader header;
+    gnss::ImageReader body(nullptr, 0);
+    if (!gnss::ReadAssistHeader(payload, length, header, body) || header.kind != form.kind ||
+        (form.systems & gnss::SystemBit(header.system)) == 0) {
+        return false;
+    }
+    switch (form.kind) {
+    case gnss::AssistKind::Ephemeris: {
+        std::vector<gnss::AssistOrbit> orbits;
+        return gnss::ReadAssistEphemeris(header, body, orbits);
+    }
+    case gnss::AssistKind::Channels: {
+        std::vector<gnss::AssistChannel> channels;
+        return gnss::ReadAssistChannels(header, body, channels);
+    }
+    case gnss::AssistKind::Time: {
+        gnss::AssistTime time;
+        return header.count == 1 && gnss::ReadAssistTime(body, time);
+    }
+    case gnss::AssistKind::Utc: {
+        gnss::AssistUtc model;
+        return header.count == 1 && gnss::ReadAssistUtc(body, model);
+    }
+    case gnss::AssistKind::Ionosphere: {
+        gnss::AssistIonosphere ionosphere;
+        return header.count == 1 && gnss::ReadAssistIonosphere(body, ionosphere);
+    }
+    case gnss::AssistKind::Integrity: {
+        gnss::AssistIntegrity integrity;
+        return header.count == 1 && gnss::ReadAssistIntegrity(body, integrity);
+    }
+    case gnss::AssistKind::FineIonosphere: {
+        gnss::AssistGrid grid;
+        return header.count == 1 && gnss::ReadAssistGrid(body, grid);
+    }
+    }
+    return false;
+}
+
+void TakeAssistance(const gnss::AssistForm& form, const std::uint8_t* payload, std::size_t length, Millis utc,
+                    Memory& memory)
+{
+    gnss::AssistHeader header;
+    gnss::ImageReader body(nullptr, 0);
+    if (!gnss::ReadAssistHeader(payload, length, header, body)) {
+        return;
+    }
+    if (form.kind == gnss::AssistKind::Time) {
+        gnss::AssistTime time;
+        if (gnss::ReadAssistTime(body, time) && TimeHelps(time.seconds * Millis{1000} + time.millisecond, utc)) {
+            memory.timeKnown = true;
+        }
+    } else if (form.kind == gnss::AssistKind::Ephemeris) {
+        std::vector<gnss::AssistOrbit> orbits;
+        if (gnss::ReadAssistEphemeris(header, body, orbits)) {
+            for (const gnss::AssistOrbit& orbit : orbits) {
+                TakeEphemeris(header.system, orbit, utc, memory);
+            }
+        }
+    } else if (form.kind == gnss::AssistKind::Integrity) {
+        gnss::AssistIntegrity integrity;
+        gnss::ReadAssistIntegrity(body, integrity);
+        for (std::size_t i = 0; i < AllOrbits().size(); ++i) {
+            const Orbit& orbit = AllOrbits()[i];
+            if (orbit.system == static_cast<System>(header.system) &&
+                (integrity.unusable >> (NumberInSystem(orbit) - 1) & 1u) != 0) {
+                memory.ephemerisUntil[i] = 0;
+            }
+        }
+    }
+}
+
+} // namespace vrx
