@@ -238,9 +238,11 @@ void AssistOffline::SlotInject()
         return;
     }
 
-    const Injector injector = MakeInjector();
+    Injector injector = MakeInjector();
+    injector.NeedOpenPort();
     qDebug().nospace().noquote() << "XgnssSendUtcTime " << utcType;
-    if (injector.Run(PgnssUtcItem(InjectedTime())) == InjectOutcome::Gone) {
+    injector.Run(PgnssUtcItem(InjectedTime()));
+    if (injector.Ended()) {
         return;
     }
     const qint64 time = InjectedTime().toSecsSinceEpoch();
@@ -253,7 +255,7 @@ void AssistOffline::SlotInject()
     }
     // A failure ends the chain; the summary comes all the same.
     InjectChain(injector, folder);
-    if (injector.SenderGone()) {
+    if (injector.Ended()) {
         return;
     }
     AppendStatus(m_counters.successCount == m_counters.totalCount
@@ -302,8 +304,8 @@ bool AssistOffline::ExpandSeed(const QString& seed, const QString& folder, qint6
 bool AssistOffline::InjectChain(const Injector& injector, const QString& folder)
 {
     const qint64 time = InjectedTime().toSecsSinceEpoch();
-    return injector.Run(PgnssTimeItem(time)) == InjectOutcome::Sent && InjectEphemerides(injector, folder, time) &&
-           InjectDataFiles(injector, folder);
+    return injector.Run(PgnssTimeItem(time)) == InjectOutcome::Sent && !injector.Ended() &&
+           InjectEphemerides(injector, folder, time) && InjectDataFiles(injector, folder);
 }
 
 bool AssistOffline::InjectEphemerides(const Injector& injector, const QString& folder, qint64 time)
@@ -315,7 +317,7 @@ bool AssistOffline::InjectEphemerides(const Injector& injector, const QString& f
         const qint64 moment = ChooseEphemeris(names, time, ephemeris.narrowWindow);
         const QString path = folder + QLatin1Char('/') + prefix + QString::number(moment) + QLatin1String(".eph");
         const InjectOutcome outcome = InjectPgnssFile(injector, path, ephemeris.file);
-        if (outcome == InjectOutcome::NotEncoded || outcome == InjectOutcome::Gone) {
+        if (outcome == InjectOutcome::NotEncoded || injector.Ended()) {
             return false;
         }
     }
@@ -329,7 +331,7 @@ bool AssistOffline::InjectDataFiles(const Injector& injector, const QString& fol
             QDir(folder).entryList({QLatin1String(file.name)}, QDir::Files | QDir::CaseSensitive, QDir::Unsorted);
         for (const QString& name : names) {
             const InjectOutcome outcome = InjectPgnssFile(injector, folder + QLatin1Char('/') + name, file);
-            if (outcome == InjectOutcome::NotEncoded || outcome == InjectOutcome::Gone) {
+            if (outcome == InjectOutcome::NotEncoded || injector.Ended()) {
                 return false;
             }
         }

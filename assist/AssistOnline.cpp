@@ -104,7 +104,8 @@ void AssistOnline::InjectReply(const QByteArray& body)
         ShowCriticalBox(this, tr("提示"), tr("请先打开串口"));
         return;
     }
-    const Injector injector = MakeInjector();
+    Injector injector = MakeInjector();
+    injector.NeedOpenPort();
     InjectItem time;
     time.commandId = gnss::CmdUtcTime;
     time.payload = UtcTimeRecord(QDateTime::currentDateTimeUtc());
@@ -113,7 +114,8 @@ void AssistOnline::InjectReply(const QByteArray& body)
     time.resultInStatus = true;
     time.timeoutStatus = tr("AGNSS注入UTC时间 ACK超时");
     time.answerPrefix = tr(":AGNSS");
-    if (injector.Run(time) == InjectOutcome::Gone) {
+    injector.Run(time);
+    if (injector.Ended()) {
         return;
     }
 
@@ -121,7 +123,8 @@ void AssistOnline::InjectReply(const QByteArray& body)
     AgnssRecord record;
     AgnssWalk::Step step;
     while ((step = walk.Next(record)) == AgnssWalk::Step::Record) {
-        if (InjectAgnssRecord(injector, record) == InjectOutcome::Gone) {
+        InjectAgnssRecord(injector, record);
+        if (injector.Ended()) {
             return;
         }
     }

@@ -20,6 +20,11 @@ Injector::Injector(QObject* sender, Send send, InjectCounters* counters, AckWait
 {
 }
 
+bool Injector::Ended() const
+{
+    return m_sender.isNull() || (m_needsPort && !Global::serialOpen);
+}
+
 void Injector::CountSent() const
 {
     if (m_counters != nullptr) {

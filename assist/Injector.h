@@ -48,8 +48,11 @@ public:
     /// Sends a frame of length 0 and waits as if it were one. It is not counted as sent, and the column stays.
     InjectOutcome RunEmpty(const QString& timeoutStatus) const;
 
-    /// True once the sender is destroyed.
-    bool SenderGone() const { return m_sender.isNull(); }
+    /// Has the run end when the port is closed.
+    void NeedOpenPort() { m_needsPort = true; }
+
+    /// True once the sender is destroyed or the port that is needed is closed: nothing more may be sent.
+    bool Ended() const;
 
 private:
     InjectOutcome SendAndWait(uint8_t* buffer, int length, const AckWait& wait, const QString& answerPrefix,
@@ -60,4 +63,5 @@ private:
     Send m_send;
     InjectCounters* m_counters;
     AckWait::Pump m_pump;
+    bool m_needsPort = false;
 };

@@ -26,12 +26,14 @@ if(GNSS_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER "${GNSS_CCACHE}")
 endif()
 
-# gnss_add_test(NAME SOURCES ... LIBS ... [NEEDS target...] [ENV name=value...] [TIMEOUT seconds] [NO_CODEC])
+# gnss_add_test(NAME SOURCES ... LIBS ... [NEEDS target...] [ENV name=value...] [TIMEOUT seconds] [NO_CODEC]
+#               [DECODER])
 #
 # A test program with a folder of its own (so with its own Source-Datas/bin) and an empty current directory
-# of its own. The open codec is put into that Source-Datas/bin unless NO_CODEC is given.
+# of its own. The open codec is put into that Source-Datas/bin unless NO_CODEC is given, and with DECODER the
+# open seed decoder too.
 function(gnss_add_test name)
-    cmake_parse_arguments(T "NO_CODEC" "TIMEOUT" "SOURCES;LIBS;NEEDS;ENV" ${ARGN})
+    cmake_parse_arguments(T "NO_CODEC;DECODER" "TIMEOUT" "SOURCES;LIBS;NEEDS;ENV" ${ARGN})
     set(folder "${CMAKE_BINARY_DIR}/tests/${name}")
     add_executable(${name} ${T_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY "${folder}/app")
@@ -49,6 +51,14 @@ function(gnss_add_test name)
             COMMAND ${CMAKE_COMMAND} -E make_directory "${folder}/app/Source-Datas/bin"
             COMMAND ${CMAKE_COMMAND} -E create_symlink "$<TARGET_FILE:GnssUtils>"
                     "${folder}/app/Source-Datas/bin/GnssUtils.dll"
+            VERBATIM)
+    endif()
+    if(T_DECODER)
+        list(APPEND T_NEEDS pgnss_decoder)
+        add_custom_command(TARGET ${name} POST_BUILD
+            COMMAND ${CMAKE_COMMAND} -E make_directory "${folder}/app/Source-Datas/bin"
+            COMMAND ${CMAKE_COMMAND} -E create_symlink "$<TARGET_FILE:pgnss_decoder>"
+                    "${folder}/app/Source-Datas/bin/libpgnss_decoder.dll"
             VERBATIM)
     endif()
     if(T_NEEDS)

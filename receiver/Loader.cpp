@@ -42,21 +42,20 @@ void Loader::Enter(Millis now)
     m_firmware.clear();
     m_version.clear();
     m_lastByte = now;
-    RebootAt(now + kWatchdog);
-}
-
-void Loader::RebootAt(Millis at)
-{
-    m_rebootAt = at;
+    m_leaving = false;
+    m_rebootAt = now + kWatchdog;
 }
 
 void Loader::Receive(std::string_view bytes, Millis now)
 {
+    if (bytes.empty() || m_leaving) {
+        return;
+    }
     if (now - m_lastByte > kGiveUp) {
         m_buffer.clear();
     }
     m_lastByte = now;
-    RebootAt(now + kWatchdog);
+    m_rebootAt = now + kWatchdog;
     m_buffer += bytes;
     while (TakeOne(now)) {
     }
@@ -71,7 +70,8 @@ bool Loader::TakeOne(Millis now)
     if (MayBecome(bytes, kLoaderQuit)) {
         if (bytes.size() >= kLoaderQuit.size()) {
             m_buffer.clear();
-            RebootAt(now + kBootTime);
+            m_leaving = true;
+            m_rebootAt = now + kBootTime;
         }
         return false;
     }

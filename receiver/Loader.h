@@ -40,10 +40,10 @@ private:
     bool TakeOne(Millis now);
     std::string_view Judge(std::string_view message);
     void Answer(std::string_view answer, Millis now);
-    void RebootAt(Millis at);
 
     Faults m_faults;
     bool m_active = false;
+    bool m_leaving = false; ///< the terminating message has come
     bool m_booted = false;
     std::string m_buffer;
     Millis m_lastByte = 0;

@@ -63,14 +63,14 @@ HeadlessRun::HeadlessRun(int seconds, const QString& folder, QWidget* window)
     m_clock.setSingleShot(true);
     connect(&m_clock, &QTimer::timeout, this, &HeadlessRun::End);
     connect(&m_boxTimer, &QTimer::timeout, this, &HeadlessRun::CloseBoxes);
+    // From the beginning: the plug-in may open one while its window is built.
+    m_boxTimer.start(kBoxMilliseconds);
 }
 
 void HeadlessRun::Start()
 {
-    if (m_boxTimer.isActive())
-        return;
-    m_clock.start(m_seconds * 1000);
-    m_boxTimer.start(kBoxMilliseconds);
+    if (!m_clock.isActive())
+        m_clock.start(m_seconds * 1000);
 }
 
 void HeadlessRun::AddPort(const QString& port)

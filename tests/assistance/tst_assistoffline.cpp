@@ -389,6 +389,23 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(test.Status().last(), QString("下载离线辅助数据失败！"), patience);
     }
 
+    void APortClosedOnTheWayEndsTheChain()
+    {
+        const FakeDecoder decoder;
+        for (const int number : {1, 2, 5, 9}) {
+            SenderTest test;
+            WriteFile(DataFolder() + "/EE.dat", WholeSeed(QDateTime::currentSecsSinceEpoch()));
+            AssistOffline window;
+            test.Listen(&window);
+            AcknowledgeEach(test);
+            AtSend(test, number, [] { Global::serialOpen = false; });
+            Global::serialOpen = true;
+            window.SlotInject();
+            QCOMPARE(test.frames.size(), number);
+            QCOMPARE(window.Counters().totalCount, static_cast<quint32>(number));
+        }
+    }
+
     void TheWindowMayGoWhereverItWaits()
     {
         const FakeDecoder decoder;

@@ -262,6 +262,20 @@ private Q_SLOTS:
         QCOMPARE(counters.successCount, 0U);
     }
 
+    void APortClosedOnTheWayEndsTheRun()
+    {
+        SenderTest test;
+        AssistOnline window;
+        test.Listen(&window);
+        AcknowledgeEach(test);
+        AtSend(test, 2, [] { Global::serialOpen = false; });
+        Global::serialOpen = true;
+        window.InjectReply(Record(2, "a") + Record(3, "b") + Record(4, "c"));
+        QCOMPARE(test.frames.size(), 2);
+        QCOMPARE(test.Status().last(), QString("注入AGNSS GPS星历数据命令发送成功"));
+        QCOMPARE(Global::ackState, 4);
+    }
+
     void ASecondRunInsideTheFirstSharesItsCounts()
     {
         SenderTest test;

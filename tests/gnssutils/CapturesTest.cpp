@@ -122,7 +122,8 @@ void CapturesTest::Figures()
     QCOMPARE(fixes.size(), times.size());
     QCOMPARE(times.size(), kTimes.value(name, -1));
     QVERIFY(times.size() >= row[4].toInt());
-    QCOMPARE(got.Count(CB_DATA), got.Count(CB_POSITION));
+    // An epoch without a position gives no point for the track.
+    QVERIFY(got.Count(CB_POSITION) >= times.size() && got.Count(CB_POSITION) <= got.Count(CB_DATA));
     QCOMPARE(got.Count(CB_KPI_POSITION), times.size());
     QCOMPARE(got.Count(CB_FIRST_FIX), times.isEmpty() ? 0 : 1);
     if (!times.isEmpty()) {

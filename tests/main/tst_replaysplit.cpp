@@ -37,7 +37,7 @@ private Q_SLOTS:
         QTest::newRow("capture cut before the type") << QByteArray("GGA,1\r\n$GPGGA,2\r\n") << Chunks{"GGA,1\r\n"};
         QTest::newRow("ends in the type") << QByteArray("ab$GPGG") << Chunks();
         QTest::newRow("binary and NUL stay in")
-            << QByteArray("\0\xff$GPGGA,1\0\r\n$GPGGA", 21)
+            << QByteArray("\0\xff$GPGGA,1\0\r\n$GPGGA", 19)
             << Chunks{QByteArray("\0\xff", 2), QByteArray("$GPGGA,1\0\r\n", 11)};
         QTest::newRow("GGGA") << QByteArray("ab$GGGA,1$GPGGA") << Chunks{"a", "b$GGGA,1"};
         QTest::newRow("one right behind the other") << QByteArray("$GPGGAGGAGGA") << Chunks{"$GP", "GGA"};

@@ -389,6 +389,7 @@ private Q_SLOTS:
         FakeCodec::Remove();
         QVERIFY(
             QFile::copy(QStringLiteral(GNSS_BUILD_BIN "/Source-Datas/bin/GnssUtils.dll"), FakeCodec::CodecPath()));
+        WindowTest::InstallDecoder();
         WindowTest::InstallTree();
         WindowTest::WriteLanguage(2);
         {

@@ -37,7 +37,16 @@ public:
     Dialog& operator=(const Dialog&) = delete;
 
     QStringList Log() const { return window->findChild<QTextEdit*>()->toPlainText().split('\n'); }
-    QString Progress() const { return window->findChildren<QLabel*>().last()->text(); }
+    QString Progress() const
+    {
+        const QList<QLabel*> labels = window->findChildren<QLabel*>();
+        for (const QLabel* label : labels) {
+            if (label->text().startsWith("加载进度")) {
+                return label->text();
+            }
+        }
+        return {};
+    }
     QStringList Ports() const
     {
         const auto* box = window->findChild<QComboBox*>();
@@ -376,10 +385,18 @@ private Q_SLOTS:
             QCOMPARE(choice.directory, QCoreApplication::applicationDirPath());
         }
         QCOMPARE(dialog.window->findChild<QLineEdit*>()->text(), image.path);
-        const FileDialogAnswerer cancel({});
+        QString folder;
+        QTimer cancel;
+        connect(&cancel, &QTimer::timeout, [&] {
+            if (auto* files = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+                folder = files->directory().absolutePath();
+                files->reject();
+            }
+        });
+        cancel.start(5);
         const BoxAnswerer boxes;
         dialog.window->SlotSelectVersionPath();
-        QCOMPARE(cancel.directory, QFileInfo(image.path).absolutePath());
+        QCOMPARE(folder, QFileInfo(image.path).absolutePath());
         QCOMPARE(boxes.boxes, QStringList{"提示|选择路径不存在"});
         QCOMPARE(dialog.window->findChild<QLineEdit*>()->text(), image.path);
     }
