@@ -14,6 +14,7 @@
 #include "production/ProductTest.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
@@ -158,6 +159,8 @@ public:
         m_window->findChild<QComboBox*>("serialCbx")->setCurrentText(link);
         m_window->findChild<QLineEdit*>("versionFilePath")->setText(image);
         m_window->findChild<QSpinBox*>("gpsCn0Thresh")->setValue(30);
+        // What stays in memory from unit to unit would hide a leak.
+        m_window->findChild<QCheckBox*>("clearHisNmeaLog")->setChecked(true);
         m_startBtn = m_window->findChild<QPushButton*>("startTestBtn");
         m_window->show();
         connect(&m_timer, &QTimer::timeout, this, [this] { Next(); });

@@ -2,6 +2,9 @@
 //
 //   WindowBench tick FILE...     CPU time of one 10 ms tick at 100 kB/s with the default views, beside a bare
 //                                QSerialPort poll of the same line with the same data
+//   WindowBench views RECEIVER [PICTURE]
+//                                share of a core with all twelve views open and shown, tiled, at 10 Hz from the
+//                                virtual receiver, beside a bare poll of the same kind; saves what it shows
 //   WindowBench send RECEIVER    time from a click on "send" to the words in the status log, 100 times, beside
 //                                the poll period
 //
@@ -15,11 +18,15 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QProcess>
 #include <QSerialPort>
 #include <QTemporaryDir>
 #include <QTextEdit>
 #include <QTimer>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -168,6 +175,69 @@ int BenchTick(const QStringList& files)
     return 0;
 }
 
+/// Opens every view of the control panel.
+void OpenAllViews(GnssWindow& window)
+{
+    auto* tree = window.findChild<QTreeWidget*>();
+    for (QTreeWidgetItemIterator it(tree); *it != nullptr; ++it) {
+        window.SlotCtrlPanelItemClicked(*it, 0);
+    }
+    auto* area = qobject_cast<QMdiArea*>(window.centralWidget());
+    area->tileSubWindows();
+    std::printf("%d views open\n", static_cast<int>(area->subWindowList().size()));
+}
+
+int BenchViews(const QString& receiver, const QString& picture)
+{
+    QTemporaryDir folder;
+    const QString link = folder.filePath(QStringLiteral("receiver"));
+    QProcess process;
+    process.start(receiver, {QStringLiteral("--link"), link, QStringLiteral("--rate"), QStringLiteral("10"),
+                             QStringLiteral("--memory"), QStringLiteral("kept"), QStringLiteral("--track"),
+                             QStringLiteral("circle")});
+    if (!process.waitForReadyRead(5000)) {
+        std::fprintf(stderr, "the receiver does not start\n");
+        return 1;
+    }
+    double bare = 0;
+    {
+        QSerialPort port;
+        port.setPortName(link);
+        if (!port.open(QIODevice::ReadWrite)) {
+            return 1;
+        }
+        qint64 bytes = 0;
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, [&] { bytes += port.readAll().size(); });
+        timer.start(chunkMs);
+        RunLoop(1000);
+        const double before = CpuSeconds();
+        RunLoop(measureMs);
+        bare = CpuSeconds() - before;
+        std::printf("bare poll: %.1f kB/s, %.2f %% of a core\n", static_cast<double>(bytes) / (measureMs + 1000),
+                    bare * 100e3 / measureMs);
+    }
+    GnssWindow window(QStringLiteral("bench"), 0, nullptr);
+    window.resize(1920, 1080);
+    window.show();
+    OpenAllViews(window);
+    window.SlotChangePort(link);
+    window.SlotSwitchPort();
+    RunLoop(3000);
+    const double before = CpuSeconds();
+    RunLoop(measureMs);
+    const double used = CpuSeconds() - before;
+    std::printf("all views, 10 Hz: %.2f %% of a core (%.1f times the bare poll)\n", used * 100e3 / measureMs,
+                used / bare);
+    if (!picture.isEmpty() && !window.grab().save(picture)) {
+        std::fprintf(stderr, "%s cannot be written\n", qPrintable(picture));
+        return 1;
+    }
+    process.terminate();
+    process.waitForFinished();
+    return 0;
+}
+
 int BenchSend(const QString& receiver)
 {
     constexpr int sends = 100;
@@ -218,6 +288,9 @@ int main(int argc, char** argv)
     if (arguments.size() == 3 && arguments.at(1) == QLatin1String("send")) {
         return BenchSend(arguments.at(2));
     }
-    std::fprintf(stderr, "usage: WindowBench tick FILE... | send RECEIVER\n");
+    if (arguments.size() > 2 && arguments.at(1) == QLatin1String("views")) {
+        return BenchViews(arguments.at(2), arguments.value(3));
+    }
+    std::fprintf(stderr, "usage: WindowBench tick FILE... | views RECEIVER [PICTURE] | send RECEIVER\n");
     return 2;
 }

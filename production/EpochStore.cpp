@@ -233,9 +233,11 @@ std::vector<SatEntry> SatellitesOf(const EpochStore& store, bool& anyBlock)
         anyBlock = true;
         for (std::size_t j = 0; j < block.entries; ++j) {
             const GsvEntry& entry = block.entry[j];
-            SatEntry satellite = {kConstellationLetters[i], static_cast<std::uint8_t>(entry.number),
+            SatEntry satellite = {kConstellationLetters[i],
+                                  static_cast<std::uint8_t>(entry.number),
                                   static_cast<std::uint8_t>(entry.cn0),
-                                  static_cast<std::uint8_t>(IsUsed(store.gsa[i], entry.number)), {}};
+                                  static_cast<std::uint8_t>(IsUsed(store.gsa[i], entry.number)),
+                                  {}};
             if (strcpy_s(satellite.signal, sizeof satellite.signal, kSignals[i]) != 0) {
                 qDebug().noquote() << "strcpy sat freq failed!";
             }

@@ -19,8 +19,8 @@ constexpr std::size_t kMostGsaSatellites = 12;
 constexpr std::size_t kMostGsvEntries = 36; ///< what is beyond is dropped
 
 struct GgaFields {
-    double utc = 0.0;       ///< as in the sentence: hhmmss.sss
-    double latitude = 0.0;  ///< ddmm.mmmm
+    double utc = 0.0;      ///< as in the sentence: hhmmss.sss
+    double latitude = 0.0; ///< ddmm.mmmm
     char northSouth = 'N';
     double longitude = 0.0; ///< dddmm.mmmm
     char eastWest = 'E';

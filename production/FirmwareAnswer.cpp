@@ -21,7 +21,8 @@ QString VersionText(const QByteArray& reply)
     const int size = std::min(reply.size(), kLongestVersionReply);
     QByteArray text = reply.left(size);
     // The printable characters of ASCII, whatever the user's locale takes for printable.
-    std::replace_if(text.begin(), text.end(), [](char c) { return c < 0x20 || c > 0x7E; }, '.');
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c < 0x20 || c > 0x7E; }, '.');
     const int start = text.indexOf('$');
     if (start < 0) {
         return {};

@@ -20,7 +20,7 @@ constexpr char kTerminatingStart[] = {0x51, 0x55, 0x49, 0x54, 0x20};
 using ImageSource = std::function<std::size_t(char* out, std::size_t size)>;
 
 struct FirmwareRecord {
-    std::string message; ///< what the file really holds of it, also when its length promises more
+    std::string message;  ///< what the file really holds of it, also when its length promises more
     bool skipped = false; ///< its length is written as 0: nothing is sent and nothing answered
     bool whole = true;    ///< false when the file ends inside the record
 

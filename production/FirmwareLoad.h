@@ -11,8 +11,8 @@ class QSerialPort;
 
 /// How the two windows that load firmware differ.
 struct FirmwareLoadRules {
-    bool narrowCounters;   ///< the record counters have 8 bits and wrap
-    bool needsVersion;     ///< an empty version is a failed load, without a message
+    bool narrowCounters;    ///< the record counters have 8 bits and wrap
+    bool needsVersion;      ///< an empty version is a failed load, without a message
     bool versionToDebugLog; ///< the version goes to the debug log too
 };
 constexpr FirmwareLoadRules kDialogLoadRules{false, false, true};

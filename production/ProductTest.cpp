@@ -126,9 +126,9 @@ void ProductTest::SlotClearPN()
 void ProductTest::SlotLockTestCfg()
 {
     cfgLocked = !cfgLocked;
-    const QList<QWidget*> settings = {ui->serialCbx,      ui->baudRateCbx,    ui->testTimeout,
-                                      ui->testDelayChkBox, ui->testDelay,      ui->gpsCn0Thresh,
-                                      ui->nonGpsCn0Thresh, ui->isNeedGps,      ui->isNeedNonGps};
+    const QList<QWidget*> settings = {ui->serialCbx,       ui->baudRateCbx, ui->testTimeout,
+                                      ui->testDelayChkBox, ui->testDelay,   ui->gpsCn0Thresh,
+                                      ui->nonGpsCn0Thresh, ui->isNeedGps,   ui->isNeedNonGps};
     for (QWidget* setting : settings) {
         setting->setEnabled(!cfgLocked);
     }

@@ -45,7 +45,8 @@ bool OpenStationPort(QWidget* owner, QSerialPort& port, const QString& name, qin
     if (port.open(QIODevice::ReadWrite)) {
         return true;
     }
-    ShowWarningBox(owner, QStringLiteral("GNSS"), name + StationPort::tr("串口打开失败，请确认串口存在且未被占用"));
+    ShowWarningBox(owner, QStringLiteral("GNSS"),
+                   name + StationPort::tr("串口打开失败，请确认串口存在且未被占用"));
     return false;
 }
 

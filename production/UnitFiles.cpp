@@ -25,7 +25,8 @@ void WriteLines(QTextStream& stream, const QStringList& lines)
     }
 }
 
-/// The sentences of the raw log. It is read as bytes: a text stream would take its first two for a byte order mark.
+/// The sentences of the raw log. It is read as bytes: a text stream would take its first two for a byte order
+/// mark.
 void CopySentences(QTextStream& stream, const QString& rawLogPath)
 {
     QFile raw(rawLogPath);
@@ -87,8 +88,7 @@ QString ReportFailureText()
     return QLatin1String(kFailure) + QLatin1String("An exception occurred when opening the report file");
 }
 
-bool WriteUnitReport(const QString& path, const UnitRecord& unit, const QString& rawLogPath,
-                     const QDateTime& time)
+bool WriteUnitReport(const QString& path, const UnitRecord& unit, const QString& rawLogPath, const QDateTime& time)
 {
     QFile file(path);
     if (file.open(QIODevice::WriteOnly)) {

@@ -7,8 +7,8 @@
 /// Path of a new result file; the folder is made.
 QString NewResultPath(const QDateTime& time);
 
-/// Appends a row, with the header in front when that is asked for. False, with a line in the debug log and the file
-/// as it was, when it cannot be written whole.
+/// Appends a row, with the header in front when that is asked for. False, with a line in the debug log and the
+/// file as it was, when it cannot be written whole.
 bool AppendResultRow(const QString& path, const UnitRecord& unit, bool withHeader);
 
 /// Path of the unit's report; the folder is made.

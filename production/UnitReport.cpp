@@ -103,9 +103,9 @@ QByteArray ReportLine(const QByteArray& line)
 
 QStringList UnitReport::TableHeaders()
 {
-    return {QStringLiteral("PN"),          QStringLiteral("Cn0(GPS)"), QStringLiteral("Cn0(NoGPS)"),
-            QStringLiteral("SVs(GPS)"),    QStringLiteral("SVs(NoGPS)"), QStringLiteral("TTFF(s)"),
-            QStringLiteral("Result"),      QStringLiteral("MES"),      QStringLiteral("Log")};
+    return {QStringLiteral("PN"),       QStringLiteral("Cn0(GPS)"),   QStringLiteral("Cn0(NoGPS)"),
+            QStringLiteral("SVs(GPS)"), QStringLiteral("SVs(NoGPS)"), QStringLiteral("TTFF(s)"),
+            QStringLiteral("Result"),   QStringLiteral("MES"),        QStringLiteral("Log")};
 }
 
 QStringList UnitReport::TableRow(const UnitRecord& unit)
@@ -160,14 +160,14 @@ QString UnitReport::ReportName(const UnitRecord& unit, const QDateTime& time)
 QStringList UnitReport::Head(const UnitRecord& unit, const QDateTime& time)
 {
     // The second sentence prints the GPS threshold once more, which is meant so.
-    return {ReportTime(time),
-            tr("当前系统配置的GPS CN0载造比允收值(dB)设定为：%1，且GPS通道测试配置为%2；BDS/GLONASS CN0载造比允收值"
-               "(dB)设定为：%3； 且BDS/GLONASS通道测试配置为%4")
-                .arg(QString::number(unit.gpsThreshold), TrueOrFalse(unit.needGps),
-                     QString::number(unit.gpsThreshold), TrueOrFalse(unit.needNonGps)),
-            tr("测试定位的时间设置为：") + QString::number(unit.timeoutSeconds) + tr(" 秒。"),
-            tr("如下是产品编号 ") + ProductOrNa(unit) + tr("的测试数据。"),
-            QString(kStars, QLatin1Char('*'))};
+    return {
+        ReportTime(time),
+        tr("当前系统配置的GPS CN0载造比允收值(dB)设定为：%1，且GPS通道测试配置为%2；BDS/GLONASS CN0载造比允收值"
+           "(dB)设定为：%3； 且BDS/GLONASS通道测试配置为%4")
+            .arg(QString::number(unit.gpsThreshold), TrueOrFalse(unit.needGps), QString::number(unit.gpsThreshold),
+                 TrueOrFalse(unit.needNonGps)),
+        tr("测试定位的时间设置为：") + QString::number(unit.timeoutSeconds) + tr(" 秒。"),
+        tr("如下是产品编号 ") + ProductOrNa(unit) + tr("的测试数据。"), QString(kStars, QLatin1Char('*'))};
 }
 
 QStringList UnitReport::Tail(const UnitRecord& unit, const QDateTime& time)

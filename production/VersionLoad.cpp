@@ -34,7 +34,8 @@ constexpr int labelSpacing = 20;
 } // namespace
 
 VersionLoad::VersionLoad(QWidget* parent)
-    : QWidget(parent), m_serialPort(std::make_unique<QSerialPort>()), lastDir(QCoreApplication::applicationDirPath())
+    : QWidget(parent), m_serialPort(std::make_unique<QSerialPort>()),
+      lastDir(QCoreApplication::applicationDirPath())
 {
     WatchOwnPort(m_serialPort.get());
     BuildWindow();

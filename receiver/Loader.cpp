@@ -98,12 +98,13 @@ bool Loader::TakeOne(Millis now)
 std::string_view Loader::Judge(std::string_view message)
 {
     const std::size_t covered = message.size() - kLoaderCheckSize;
-    if (covered < kLoaderHeaderSize + kLoaderFieldSize || U32At(message, covered) != Crc32(message.substr(0, covered))) {
+    if (covered < kLoaderHeaderSize + kLoaderFieldSize ||
+        U32At(message, covered) != Crc32(message.substr(0, covered))) {
         return kAnswerRefused;
     }
     const std::uint32_t number = U32At(message, kLoaderHeaderSize);
-    const std::string_view rest = message.substr(kLoaderHeaderSize + kLoaderFieldSize,
-                                                 covered - kLoaderHeaderSize - kLoaderFieldSize);
+    const std::string_view rest =
+        message.substr(kLoaderHeaderSize + kLoaderFieldSize, covered - kLoaderHeaderSize - kLoaderFieldSize);
     switch (static_cast<LoaderMessage>(message[kLoaderMagic.size()])) {
     case LoaderMessage::Begin:
         m_begun = IsVersion(rest);

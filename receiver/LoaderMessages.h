@@ -31,7 +31,7 @@ constexpr std::string_view kLoaderMagic = "VLDR";
 constexpr std::string_view kLoaderQuit = "QUIT ";
 constexpr std::size_t kLoaderHeaderSize = 8;
 constexpr std::size_t kLoaderCheckSize = 4;
-constexpr std::size_t kLoaderFieldSize = 4;       ///< the number that each payload begins with
+constexpr std::size_t kLoaderFieldSize = 4;          ///< the number that each payload begins with
 constexpr std::size_t kLongestLoaderMessage = 65535; ///< what a record of an image holds
 constexpr std::size_t kLongestFirmwareVersion = 64;
 

@@ -70,8 +70,7 @@ Millis Receiver::SleepAt() const
 
 Millis Receiver::NextEvent() const
 {
-    Millis next =
-        std::min({m_nextEpoch, m_output.NextEvent(), SleepAt(), m_wakeRequestAt, m_loader.NextEvent()});
+    Millis next = std::min({m_nextEpoch, m_output.NextEvent(), SleepAt(), m_wakeRequestAt, m_loader.NextEvent()});
     for (const Later& later : m_later) {
         next = std::min(next, later.at);
     }

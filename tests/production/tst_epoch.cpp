@@ -190,11 +190,12 @@ private Q_SLOTS:
         QCOMPARE(int(gps.fixType), 3);
         QCOMPARE(gps.vdop, 0.57F);
         QVERIFY(Gsa("$GPGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57,5*01\r\n").gsa[Qzs].valid);
-        for (const char* dropped : {"$GNGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57*01\r\n",
-                                    "$GPGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57,6*01\r\n",
-                                    "$GPGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57,*01\r\n"}) {
+        for (const char* dropped :
+             {"$GNGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57*01\r\n", "$GPGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57,6*01\r\n",
+              "$GPGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57,*01\r\n"}) {
             const EpochStore store = Gsa(dropped);
-            QVERIFY(std::none_of(store.gsa, store.gsa + kConstellations, [](const GsaBlock& b) { return b.valid; }));
+            QVERIFY(
+                std::none_of(store.gsa, store.gsa + kConstellations, [](const GsaBlock& b) { return b.valid; }));
         }
     }
 
@@ -217,9 +218,9 @@ private Q_SLOTS:
 
     void SatellitesAreListedAndSummedUp()
     {
-        EpochStore store = Gsv({"$GAGSV,1,1,02,08,12,240,47,09,12,240,,7*76", "$GPGSV,1,1,02,01,10,100,41,30,9,9,44,1*6",
-                                "$GBGSV,1,1,01,21,12,240,47,1*76", "$GQGSV,1,1,01,193,12,240,30,1*76",
-                                "$GLGSV,1,1,01,65,12,240,12,1*76"});
+        EpochStore store = Gsv({"$GAGSV,1,1,02,08,12,240,47,09,12,240,,7*76",
+                                "$GPGSV,1,1,02,01,10,100,41,30,9,9,44,1*6", "$GBGSV,1,1,01,21,12,240,47,1*76",
+                                "$GQGSV,1,1,01,193,12,240,30,1*76", "$GLGSV,1,1,01,65,12,240,12,1*76"});
         TakeGsa(store, "$GNGSA,A,3,30,,,,,,,,,,,,0.70,0.41,0.57,1*01");
         bool anyBlock = false;
         const std::vector<SatEntry> list = SatellitesOf(store, anyBlock);

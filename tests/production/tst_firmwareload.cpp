@@ -4,6 +4,7 @@
 #include "ImageFile.h"
 #include "LogCatcher.h"
 
+#include "main/AckWait.h"
 #include "main/PortList.h"
 #include "main/ProcessState.h"
 #include "production/FirmwareLoad.h"
@@ -69,9 +70,14 @@ public:
         port.open(QIODevice::ReadWrite);
         load.log = [this](const QString& line) { log.append(line); };
         load.progress = [this](int percent) { progress.append(percent); };
-        load.pump = [this](int milliseconds) {
+        // As long as the far end needs, and not longer: a busy machine takes its time.
+        load.pump = [this, &chip](int milliseconds) {
             waits.append(milliseconds);
-            QTest::qWait(8);
+            if (milliseconds == FirmwareLoad::messageWaitMs) {
+                (void)QTest::qWaitFor([&] { return chip.messages.size() > m_seen; }, farEndMs);
+            }
+            m_seen = chip.messages.size();
+            (void)QTest::qWaitFor([&] { return port.bytesAvailable() > 0; }, farEndMs);
         };
     }
 
@@ -81,6 +87,10 @@ public:
     QStringList log;
     QList<int> progress;
     QList<int> waits;
+
+private:
+    static constexpr int farEndMs = 300;
+    int m_seen = 0;
 };
 
 } // namespace
@@ -147,13 +157,16 @@ private Q_SLOTS:
         QTest::newRow("header only") << QByteArray() << QByteArray("C") << 0 << noVersion;
         QTest::newRow("bare end") << QByteArray("quit") << QByteArray("\x15") << 1 << noVersion;
         QTest::newRow("almost an end") << QByteArray("record \"QUIT\"") << QByteArray("G") << 1 << noVersion;
-        QTest::newRow("wrong byte") << QByteArray("record \"a\"\nrecord \"b\"\nquit") << QByteArray("C\x15\xfa") << 1
+        QTest::newRow("wrong byte") << QByteArray("record \"a\"\nrecord \"b\"\nquit") << QByteArray("C\x15\xfa")
+                                    << 1
                                     << QStringList{"固件加载失败，ACK值为43 15 FA", "ACK处理异常",
                                                    "固件加载失败，完成0/1条"};
         QTest::newRow("no answer") << QByteArray("record \"a\"") << QByteArray() << 1
-                                   << QStringList{"串口读取ACK数据失败", "ACK处理异常", "固件加载失败，完成0/-1条"};
+                                   << QStringList{"串口读取ACK数据失败", "ACK处理异常",
+                                                  "固件加载失败，完成0/-1条"};
         QTest::newRow("half a length") << QByteArray("record \"a\"\nraw hex 05") << QByteArray("C") << 1
-                                       << QStringList{"串口读取ACK数据失败", "ACK处理异常", "固件加载失败，完成1/0条"};
+                                       << QStringList{"串口读取ACK数据失败", "ACK处理异常",
+                                                      "固件加载失败，完成1/0条"};
         QTest::newRow("half a record") << QByteArray("length 9\nrecord \"abc\"") << QByteArray() << 1
                                        << QStringList{"串口读取ACK数据失败", "ACK处理异常",
                                                       "固件加载失败，完成0/-1条"};

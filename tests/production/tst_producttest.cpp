@@ -89,10 +89,10 @@ private Q_SLOTS:
         for (int column = 0; column < model->columnCount(); ++column) {
             headers.append(model->headerData(column, Qt::Horizontal).toString());
         }
-        QCOMPARE(headers, (QStringList{"PN", "Cn0(GPS)", "Cn0(NoGPS)", "SVs(GPS)", "SVs(NoGPS)", "TTFF(s)", "Result",
-                                       "MES", "Log"}));
-        for (const char* name : {"signalTestRltLbl", "testNum", "passNum", "passNumRatio", "totalSatInfo", "gpsSatInfo",
-                                 "bdsSatInfo", "gloSatInfo", "galSatInfo", "qzsSatInfo"}) {
+        QCOMPARE(headers, (QStringList{"PN", "Cn0(GPS)", "Cn0(NoGPS)", "SVs(GPS)", "SVs(NoGPS)", "TTFF(s)",
+                                       "Result", "MES", "Log"}));
+        for (const char* name : {"signalTestRltLbl", "testNum", "passNum", "passNumRatio", "totalSatInfo",
+                                 "gpsSatInfo", "bdsSatInfo", "gloSatInfo", "galSatInfo", "qzsSatInfo"}) {
             QVERIFY2(driver.Find<QLabel>(name) != nullptr, name);
         }
         QVERIFY(driver.Find<QWidget>("cn0PaintWidget") != nullptr);
@@ -116,7 +116,8 @@ private Q_SLOTS:
         unit.Say(last);
         QVERIFY(unit.Ended());
         QCOMPARE(driver.Verdict(), QStringLiteral("PASS通过"));
-        QCOMPARE(driver.Find<QLabel>("signalTestRltLbl")->styleSheet(), QStringLiteral("QLabel { color: green; }"));
+        QCOMPARE(driver.Find<QLabel>("signalTestRltLbl")->styleSheet(),
+                 QStringLiteral("QLabel { color: green; }"));
         QCOMPARE(driver.Row(0), (QStringList{"PN7", "44", "46", "1", "NA", "0.00", "PASS", "0", "0"}));
         QCOMPARE(driver.Rows(), 1);
         QCOMPARE(driver.Text("testNum") + driver.Text("passNum") + driver.Text("passNumRatio"),
@@ -132,7 +133,8 @@ private Q_SLOTS:
         QVERIFY(driver.Reports().first().contains("/PN7["));
         QVERIFY(driver.Reports().first().endsWith("][PASS通过]产测视图1.txt"));
         const QByteArray report = driver.Content(driver.Reports().first());
-        QVERIFY(report.contains("\nnoise$GNGGA,120000.00") && report.contains("\n$GPGSV,1,1,01,03,56,104,44,1*6C\n"));
+        QVERIFY(report.contains("\nnoise$GNGGA,120000.00") &&
+                report.contains("\n$GPGSV,1,1,01,03,56,104,44,1*6C\n"));
         QVERIFY(OwnOpenPorts().isEmpty());
     }
 
@@ -183,7 +185,8 @@ private Q_SLOTS:
         QVERIFY(unit.Ended());
         QCOMPARE(unit.driver.Verdict(), QStringLiteral("FAILED不通过"));
         QCOMPARE(unit.driver.Row(0).at(5), QStringLiteral("NA"));
-        QVERIFY(unit.driver.Content(unit.driver.Results().first()).endsWith("\n,44,46,1,1,NA,FAILED,0,0,40,NA,1,NA,\n"));
+        QVERIFY(unit.driver.Content(unit.driver.Results().first())
+                    .endsWith("\n,44,46,1,1,NA,FAILED,0,0,40,NA,1,NA,\n"));
         QVERIFY(unit.driver.Reports().first().contains("/NA["));
         QVERIFY(unit.driver.Reports().first().contains("[FAILED不通过]"));
         QVERIFY(unit.driver.Content(unit.driver.Reports().first()).contains("TTFF = 0.00 "));
@@ -194,7 +197,8 @@ private Q_SLOTS:
     void MidnightNeverJudges()
     {
         const Running unit;
-        unit.Say(Gga("235959.00", 1) + Signals(44, 46) + Gga("000000.00", 1) + Signals(44, 46) + Gga("000001.00", 1));
+        unit.Say(Gga("235959.00", 1) + Signals(44, 46) + Gga("000000.00", 1) + Signals(44, 46) +
+                 Gga("000001.00", 1));
         QTest::qWait(200);
         QVERIFY(unit.driver.Running());
         QCOMPARE(unit.driver.Rows(), 0);
@@ -443,9 +447,9 @@ private Q_SLOTS:
         driver.window->show();
         QVERIFY(QTest::qWaitForWindowExposed(driver.window));
         EpochSignals sums;
-        sums.bars[0][3] = {40};     // GPS
-        sums.bars[1][21] = {30};    // BDS
-        sums.bars[4][193] = {0};    // QZS
+        sums.bars[0][3] = {40};  // GPS
+        sums.bars[1][21] = {30}; // BDS
+        sums.bars[4][193] = {0}; // QZS
         painted->SetBars(sums.bars);
         const QImage image = painted->grab().toImage();
         const int unit = (painted->height() + 1) / 100;

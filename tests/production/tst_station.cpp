@@ -40,21 +40,30 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("log");
         const QStringList good = {"固件加载成功"};
         const QStringList mute = {"串口读取ACK数据失败", "ACK处理异常", "固件加载失败，完成0/3条"};
-        QTest::newRow("good") << "vrx-2.1-small" << "" << good;
-        QTest::newRow("16 KiB") << "vrx-2.0" << "" << good;
-        QTest::newRow("in two parts") << "vrx-2.1-small" << "loader-split=150" << good;
-        QTest::newRow("no answer") << "vrx-2.1-small" << "loader-mute" << mute;
-        QTest::newRow("late") << "vrx-2.1-small" << "loader-late=20000" << mute;
-        QTest::newRow("wrong byte") << "vrx-2.1-small" << "loader-wrong=2"
+        QTest::newRow("good") << "vrx-2.1-small"
+                              << "" << good;
+        QTest::newRow("16 KiB") << "vrx-2.0"
+                                << "" << good;
+        QTest::newRow("in two parts") << "vrx-2.1-small"
+                                      << "loader-split=150" << good;
+        QTest::newRow("no answer") << "vrx-2.1-small"
+                                   << "loader-mute" << mute;
+        QTest::newRow("late") << "vrx-2.1-small"
+                              << "loader-late=20000" << mute;
+        QTest::newRow("wrong byte") << "vrx-2.1-small"
+                                    << "loader-wrong=2"
                                     << QStringList{"固件加载失败，ACK值为43 15", "ACK处理异常",
                                                    "固件加载失败，完成1/3条"};
-        QTest::newRow("order") << "broken-order" << ""
-                               << QStringList{"固件加载失败，ACK值为43 15", "ACK处理异常", "固件加载失败，完成1/2条"};
-        QTest::newRow("checksum") << "broken-checksum" << ""
+        QTest::newRow("order") << "broken-order"
+                               << ""
+                               << QStringList{"固件加载失败，ACK值为43 15", "ACK处理异常",
+                                              "固件加载失败，完成1/2条"};
+        QTest::newRow("checksum") << "broken-checksum"
+                                  << ""
                                   << QStringList{"固件加载失败，ACK值为43 15", "ACK处理异常",
                                                  "固件加载失败，完成2/2条"};
-        QTest::newRow("cut") << "broken-cut" << ""
-                             << QStringList{"串口读取ACK数据失败", "ACK处理异常", "固件加载失败，完成1/0条"};
+        QTest::newRow("cut") << "broken-cut"
+                             << "" << QStringList{"串口读取ACK数据失败", "ACK处理异常", "固件加载失败，完成1/0条"};
     }
 
     void TheFirmwareWindowLoadsASample()
@@ -77,7 +86,8 @@ private Q_SLOTS:
         const QStringList said = window.findChild<QTextEdit*>()->toPlainText().split('\n');
         QCOMPARE(said.mid(0, log.size()), log);
         if (log.size() == 1) {
-            QVERIFY2(Tells(said, sample.startsWith("vrx-2.0") ? "VRX 2.0" : "VRX 2.1"), qPrintable(said.join('|')));
+            QVERIFY2(Tells(said, sample.startsWith("vrx-2.0") ? "VRX 2.0" : "VRX 2.1"),
+                     qPrintable(said.join('|')));
         }
     }
 

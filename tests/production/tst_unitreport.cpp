@@ -65,8 +65,7 @@ private Q_SLOTS:
     void RowsHaveTheirForms()
     {
         UnitRecord unit = Unit();
-        QCOMPARE(UnitReport::CsvRow(unit),
-                 QStringLiteral("PN%1,44,47,9,21,12,PASS,0,0,40,NA,60,NA,\n"));
+        QCOMPARE(UnitReport::CsvRow(unit), QStringLiteral("PN%1,44,47,9,21,12,PASS,0,0,40,NA,60,NA,\n"));
         QCOMPARE(UnitReport::TableRow(unit),
                  (QStringList{"PN%1", "44", "47", "9", "NA", "12.00", "PASS", "0", "0"}));
         unit.productNumber.clear();
@@ -98,12 +97,12 @@ private Q_SLOTS:
     {
         UnitRecord unit = Unit();
         unit.needGps = false;
-        QCOMPARE(UnitReport::Head(unit, ended),
-                 (QStringList{"2026/01/05 10:15:30.123",
-                              "当前系统配置的GPS CN0载造比允收值(dB)设定为：40，且GPS通道测试配置为False；"
-                              "BDS/GLONASS CN0载造比允收值(dB)设定为：40； 且BDS/GLONASS通道测试配置为False",
-                              "测试定位的时间设置为：60 秒。", "如下是产品编号 PN%1的测试数据。",
-                              QString(53, '*')}));
+        QCOMPARE(
+            UnitReport::Head(unit, ended),
+            (QStringList{"2026/01/05 10:15:30.123",
+                         "当前系统配置的GPS CN0载造比允收值(dB)设定为：40，且GPS通道测试配置为False；"
+                         "BDS/GLONASS CN0载造比允收值(dB)设定为：40； 且BDS/GLONASS通道测试配置为False",
+                         "测试定位的时间设置为：60 秒。", "如下是产品编号 PN%1的测试数据。", QString(53, '*')}));
         unit.ttffMs = 0;
         unit.productNumber.clear();
         QVERIFY(UnitReport::Head(unit, ended).contains("如下是产品编号 NA的测试数据。"));
@@ -150,7 +149,8 @@ private Q_SLOTS:
             line += i % 1000 == 0 ? QByteArray(static_cast<int>(random() % 3), '1') + "*1" : QByteArray();
             int letter = line.indexOf('G');
             letter = letter < 0 ? line.indexOf('P') : letter;
-            const bool expected = letter > 0 && expression.match(QString::fromLatin1(line.mid(letter - 1))).hasMatch();
+            const bool expected =
+                letter > 0 && expression.match(QString::fromLatin1(line.mid(letter - 1))).hasMatch();
             QCOMPARE(!ReportLine(line).isEmpty(), expected);
             found += expected;
         }
@@ -165,10 +165,11 @@ private Q_SLOTS:
         QVERIFY(AppendResultRow(path, Unit(), false));
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(),
-                 QByteArray("PN, Cn0(GPS), Cn0(NonGPS), SVs(GPS), SVs(NonGPS), TTFF,Result, MES, Log, GpsCn0(Th), "
-                            "NonGpsCn0(Th), TTFF(Th), Delay\n"
-                            "PN%1,44,47,9,21,12,PASS,0,0,40,NA,60,NA,\nPN%1,44,47,9,21,12,PASS,0,0,40,NA,60,NA,\n"));
+        QCOMPARE(
+            file.readAll(),
+            QByteArray("PN, Cn0(GPS), Cn0(NonGPS), SVs(GPS), SVs(NonGPS), TTFF,Result, MES, Log, GpsCn0(Th), "
+                       "NonGpsCn0(Th), TTFF(Th), Delay\n"
+                       "PN%1,44,47,9,21,12,PASS,0,0,40,NA,60,NA,\nPN%1,44,47,9,21,12,PASS,0,0,40,NA,60,NA,\n"));
         // Another window in the same millisecond has a file of its own.
         QVERIFY(NewResultPath(ended) != path);
     }

@@ -113,7 +113,8 @@ private Q_SLOTS:
         Answer(driver, Begin());
         QCOMPARE(Answer(driver, "", 9000), std::string());
         QCOMPARE(Answer(driver, "", 1100), vrx::VersionSentence("VRX 1.0"));
-        QCOMPARE(driver.Command(ReceiverDriver::Frame(gnss::CmdStart, std::string(12, '\0'), gnss::kStartWord)), 0);
+        QCOMPARE(driver.Command(ReceiverDriver::Frame(gnss::CmdStart, std::string(12, '\0'), gnss::kStartWord)),
+                 0);
     }
 
     void FaultsSpoilTheAnswers()
@@ -148,7 +149,8 @@ private Q_SLOTS:
         for (const char* noise : {"V", "VLD", "VVVLDx", "xVLD"}) {
             driver.SendBytes(noise);
             driver.Run(600);
-            QCOMPARE(driver.Command(ReceiverDriver::Frame(gnss::CmdStart, std::string(12, '\0'), gnss::kStartWord)), 0);
+            QCOMPARE(
+                driver.Command(ReceiverDriver::Frame(gnss::CmdStart, std::string(12, '\0'), gnss::kStartWord)), 0);
         }
         QVERIFY(driver.receiver.Running());
         // The loader's beginning behind noise is found.

@@ -13,8 +13,8 @@ namespace {
 constexpr std::string_view kUsualHeader = "VRXF";
 constexpr std::size_t kHeaderSize = 4;
 constexpr std::size_t kMostBytes = 64u << 20;
-constexpr std::size_t kMostInMessage = vrx::kLongestLoaderMessage - vrx::kLoaderHeaderSize -
-                                       vrx::kLoaderFieldSize - vrx::kLoaderCheckSize;
+constexpr std::size_t kMostInMessage =
+    vrx::kLongestLoaderMessage - vrx::kLoaderHeaderSize - vrx::kLoaderFieldSize - vrx::kLoaderCheckSize;
 
 std::string RandomBytes(std::size_t count, std::uint64_t seed)
 {
@@ -244,9 +244,9 @@ private:
         const std::string firmware = RandomBytes(static_cast<std::size_t>(*size), *seed);
         Record(vrx::MakeLoaderMessage(vrx::LoaderMessage::Begin, static_cast<std::uint32_t>(*size), *version));
         for (std::size_t at = 0; at < firmware.size(); at += static_cast<std::size_t>(*piece)) {
-            Record(vrx::MakeLoaderMessage(
-                vrx::LoaderMessage::Data, static_cast<std::uint32_t>(at),
-                std::string_view(firmware).substr(at, static_cast<std::size_t>(*piece))));
+            Record(
+                vrx::MakeLoaderMessage(vrx::LoaderMessage::Data, static_cast<std::uint32_t>(at),
+                                       std::string_view(firmware).substr(at, static_cast<std::size_t>(*piece))));
         }
         return Record(vrx::MakeLoaderMessage(vrx::LoaderMessage::End, vrx::Crc32(firmware)));
     }
