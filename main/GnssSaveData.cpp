@@ -1,5 +1,7 @@
 #include "main/GnssSaveData.h"
 
+#include "main/ClockText.h"
+
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDebug>
@@ -7,7 +9,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QTime>
 
 namespace {
 
@@ -68,7 +69,7 @@ void GnssSaveData::Write(const char* bytes, quint32 length)
     QByteArray entry;
     entry.reserve(static_cast<int>(length) + kEntryFrame);
     entry += '[';
-    entry += QTime::currentTime().toString("hh:mm:ss").toLatin1();
+    entry += ClockText().toLatin1();
     entry += "] ";
     entry.append(bytes, static_cast<int>(length));
     entry += '\n';

@@ -21,6 +21,9 @@ AgeEdit::AgeEdit(QWidget* parent) : QLineEdit(parent)
 void AgeEdit::ShowAge(quint64 seconds)
 {
     const QString text = tr("数据龄期: ") + QString::number(seconds) + "s";
+    // Asked for with every record, and mostly the same.
+    if (text == this->text())
+        return;
     // The field's size is fixed, so the text is made to fit.
     constexpr int room = 100 - 12;
     QFont fitting = font();

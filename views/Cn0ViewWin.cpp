@@ -5,6 +5,7 @@
 #include "views/Constellations.h"
 #include "views/PlotColours.h"
 #include "views/SignalBars.h"
+#include "views/ViewRefresh.h"
 
 #include <QCloseEvent>
 #include <QMouseEvent>
@@ -17,8 +18,8 @@ namespace {
 
 constexpr int kAgeTick = 1000; ///< milliseconds
 constexpr int kTotalTextY = 21;
-constexpr int kNoteTextY = 34;
-constexpr int kNotePixelSize = 11;
+constexpr int kNoteTextY = 32; ///< clear of the lines above and below it, which are 27 pixels apart
+constexpr int kNotePixelSize = 10;
 constexpr int kFirstIconTop = 36;
 constexpr int kCountX = 80;
 constexpr int kFlagWidth = 24;
@@ -47,8 +48,10 @@ QColor FillColour(const QColor& base, std::size_t segment, bool inUse, const QCo
 
 Cn0ViewWin::Cn0ViewWin(QWidget* parent)
     : QWidget(parent), m_legend(kFirstIconTop), ageEdit(new AgeEdit(this)), ageTimer(new QTimer(this)),
-      m_totalImage(ConstellationLegend::Picture("allTypeCount"))
+      m_totalImage(ConstellationLegend::Picture("allTypeCount")), m_refresh(new ViewRefresh(this))
 {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    connect(m_refresh, &ViewRefresh::Due, this, QOverload<>::of(&QWidget::update));
     setWindowTitle(tr("信号强度"));
     for (std::size_t i = 0; i < m_flagImages.size(); ++i)
         m_flagImages[i] = ConstellationLegend::Picture(kConstellations[i].flag);
@@ -65,7 +68,7 @@ void Cn0ViewWin::OnRecord(const void* buffer, int length)
     ageTimer->stop();
     ageEdit->ShowAge(ageSeconds);
     m_signals.Fill(record);
-    update();
+    m_refresh->Request();
     ageTimer->start(kAgeTick);
 }
 
@@ -204,7 +207,7 @@ bool Cn0ViewWin::PaintBars(QPainter& painter, const QRect& legend)
 
 /// True when the column reaches into the legend.
 bool Cn0ViewWin::PaintColumn(QPainter& painter, int x, const SignalTable::Satellite& satellite,
-                             const QColor& colour, const QRect& legend) const
+                             const QColor& colour, const QRect& legend)
 {
     const int baseline = height() - SignalBars::kBaselineFromBottom;
     const int unit = SignalBars::PixelsPerDb(height());
@@ -240,11 +243,9 @@ bool Cn0ViewWin::PaintColumn(QPainter& painter, int x, const SignalTable::Satell
             }
         }
         painter.setPen(pen);
-        painter.drawText(box, Qt::AlignCenter | Qt::TextDontClip,
-                         QString::number(satellite[satellite.size() - 1 - i].cn0));
+        m_labels.Draw(painter, box, satellite[satellite.size() - 1 - i].cn0);
     }
     painter.setPen(Qt::black);
-    painter.drawText(QRect(x - 2, baseline + 3, barWidth + 4, metrics.height()),
-                     Qt::AlignCenter | Qt::TextDontClip, QString::number(satellite.front().svid));
+    m_labels.Draw(painter, QRect(x - 2, baseline + 3, barWidth + 4, metrics.height()), satellite.front().svid);
     return legend.intersects(QRect(x, bottom, barWidth, baseline - bottom));
 }

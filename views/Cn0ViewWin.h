@@ -1,6 +1,7 @@
 #pragma once
 
 #include "views/ConstellationLegend.h"
+#include "views/NumberLabels.h"
 #include "views/SignalTable.h"
 
 #include <QPixmap>
@@ -10,6 +11,7 @@
 
 class AgeEdit;
 class QTimer;
+class ViewRefresh;
 
 /// One column for each satellite with a signal, grouped by constellation, and the counts of satellites.
 class Cn0ViewWin : public QWidget {
@@ -20,6 +22,9 @@ public:
 
     /// Takes a Cn0Record; `length` in bytes.
     void OnRecord(const void* buffer, int length);
+
+    /// The size of a window that is neither tiled nor maximised.
+    QSize sizeHint() const override { return {480, 360}; }
 
 signals:
     void CloseSignal();
@@ -41,9 +46,10 @@ private:
     void PaintLegend(QPainter& painter) const;
     bool PaintBars(QPainter& painter, const QRect& legend);
     bool PaintColumn(QPainter& painter, int x, const SignalTable::Satellite& satellite, const QColor& colour,
-                     const QRect& legend) const;
+                     const QRect& legend);
 
     SignalTable m_signals;
+    NumberLabels m_labels;
     ConstellationLegend m_legend;
     quint64 ageSeconds = 0;
     AgeEdit* ageEdit;
@@ -52,4 +58,5 @@ private:
     int barPitch = 0;
     QPixmap m_totalImage;
     std::array<QPixmap, 5> m_flagImages;
+    ViewRefresh* m_refresh;
 };

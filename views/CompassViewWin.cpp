@@ -3,6 +3,7 @@
 #include "codec/Records.h"
 #include "views/RecordConversions.h"
 #include "views/RecordCopy.h"
+#include "views/ViewRefresh.h"
 
 #include <QCloseEvent>
 #include <QFontMetricsF>
@@ -40,8 +41,10 @@ constexpr QRect kModeBox(-20, 9, 40, 15);
 
 } // namespace
 
-CompassViewWin::CompassViewWin(QWidget* parent) : QWidget(parent), modeText(GetFixModeText(gnss::FixInvalid))
+CompassViewWin::CompassViewWin(QWidget* parent) : QWidget(parent), modeText(GetFixModeText(gnss::FixInvalid)), m_refresh(new ViewRefresh(this))
 {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    connect(m_refresh, &ViewRefresh::Due, this, QOverload<>::of(&QWidget::update));
     setWindowTitle(tr("航向方位"));
 }
 
@@ -52,7 +55,7 @@ void CompassViewWin::OnRecord(const void* buffer, int length)
         return;
     heading = record.At<float>(offsetof(gnss::CompassRecord, heading));
     modeText = GetFixModeText(record.At<std::uint8_t>(offsetof(gnss::CompassRecord, fixMode)));
-    update();
+    m_refresh->Request();
 }
 
 void CompassViewWin::closeEvent(QCloseEvent* event)
@@ -64,13 +67,21 @@ void CompassViewWin::closeEvent(QCloseEvent* event)
 void CompassViewWin::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
+    m_dial.Paint(painter, *this, palette().color(QPalette::Window), {}, [this](QPainter& drawing) {
+        ToSquare(drawing);
+        PaintDial(drawing);
+    });
+    ToSquare(painter);
+    PaintNeedle(painter);
+    PaintTexts(painter);
+}
+
+void CompassViewWin::ToSquare(QPainter& painter) const
+{
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(width() / 2.0, height() / 2.0);
     const double factor = static_cast<double>(std::min(width(), height())) / kSquare;
     painter.scale(factor, factor);
-    PaintDial(painter);
-    PaintNeedle(painter);
-    PaintTexts(painter);
 }
 
 void CompassViewWin::PaintDial(QPainter& painter) const
@@ -150,6 +161,11 @@ void CompassViewWin::PaintTexts(QPainter& painter) const
     plate.setAlpha(215);
     if (!modeText.isEmpty())
         painter.fillRect(kModeBox, plate);
+    // A long one is drawn narrower, so that it stays on the plate.
+    const double length = QFontMetricsF(font, this).horizontalAdvance(modeText);
+    if (length > kModeBox.width())
+        font.setStretch(std::max(50, static_cast<int>(100.0 * kModeBox.width() / length)));
+    painter.setFont(font);
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(kModeBox, Qt::AlignCenter | Qt::TextDontClip, modeText);
 }

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "views/PlotLayer.h"
+
 #include <QString>
 #include <QWidget>
+
+class ViewRefresh;
 
 /// The heading as a needle over a dial, with the fix mode in words.
 class CompassViewWin : public QWidget {
@@ -13,6 +17,9 @@ public:
     /// Takes a CompassRecord; `length` in bytes.
     void OnRecord(const void* buffer, int length);
 
+    /// The size of a window that is neither tiled nor maximised.
+    QSize sizeHint() const override { return {480, 360}; }
+
 signals:
     void CloseSignal();
 
@@ -21,10 +28,13 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void ToSquare(QPainter& painter) const;
     void PaintDial(QPainter& painter) const;
     void PaintNeedle(QPainter& painter) const;
     void PaintTexts(QPainter& painter) const;
 
     float heading = 0.0F; ///< degrees clockwise from north
     QString modeText;
+    PlotLayer m_dial;
+    ViewRefresh* m_refresh;
 };

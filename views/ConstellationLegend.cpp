@@ -26,6 +26,14 @@ bool ConstellationLegend::Click(const QPoint& position)
     return false;
 }
 
+int ConstellationLegend::HiddenRows() const
+{
+    int rows = 0;
+    for (std::size_t row = 0; row < m_iconState.size(); ++row)
+        rows |= m_iconState[row] << row;
+    return rows;
+}
+
 QRect ConstellationLegend::IconRect(int row) const
 {
     return {kIconX, m_firstIconTop + row * kRowStep, kIconSize, kIconSize};

@@ -26,6 +26,9 @@ public:
 
     bool IsHidden(int row) const { return m_iconState[static_cast<std::size_t>(row)] != 0; }
 
+    /// One bit for each hidden row.
+    int HiddenRows() const;
+
     /// The height of a row's text line.
     int TextY(int row) const { return IconRect(row).top() + kTextBelowIconTop; }
     QRect IconRect(int row) const;

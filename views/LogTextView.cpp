@@ -1,9 +1,11 @@
 #include "views/LogTextView.h"
 
 #include "host/support/ImageManager.h"
+#include "main/ClockText.h"
 #include "main/GnssSaveData.h"
 #include "main/StatusLog.h"
 #include "views/LogHistory.h"
+#include "views/ViewRefresh.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -16,8 +18,6 @@
 #include <QScrollBar>
 #include <QTextCursor>
 #include <QTextStream>
-#include <QTime>
-#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -26,9 +26,6 @@ namespace {
 
 // Small enough that a line of sixteen bytes fits into a quarter of a window.
 constexpr int kPointSize = 8;
-
-// Lines that are seen are shown in steps of 40 ms: a repaint for every record costs more than all the rest.
-constexpr int kFlushMs = 40;
 
 } // namespace
 
@@ -42,6 +39,8 @@ LogTextView::LogTextView(const QString& logName, const char* codecName, QWidget*
     textEdit->setLineWrapMode(QPlainTextEdit::NoWrap);
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     font.setPointSize(kPointSize);
+    // Sentences and dumps have neither ligatures nor kerning, and shaping is most of a line's cost.
+    font.setStyleStrategy(QFont::PreferNoShaping);
     textEdit->setFont(font);
     textEdit->setFrameShape(QFrame::NoFrame);
     textEdit->viewport()->installEventFilter(this);
@@ -62,9 +61,8 @@ LogTextView::LogTextView(const QString& logName, const char* codecName, QWidget*
     column->addLayout(m_row);
     column->addWidget(textEdit, 1);
 
-    m_flushTimer = new QTimer(this);
-    m_flushTimer->setSingleShot(true);
-    connect(m_flushTimer, &QTimer::timeout, this, &LogTextView::FlushLines);
+    m_refresh = new ViewRefresh(this);
+    connect(m_refresh, &ViewRefresh::Due, this, &LogTextView::FlushLines);
 
     saveData = new GnssSaveData(this);
     saveData->SetLogName(logName);
@@ -170,7 +168,7 @@ void LogTextView::closeEvent(QCloseEvent* event)
 
 QString LogTextView::TimePrefix() const
 {
-    return showTime ? '[' + QTime::currentTime().toString("hh:mm:ss") + "] " : QString();
+    return showTime ? '[' + ClockText() + "] " : QString();
 }
 
 void LogTextView::AddLine(const QString& line)
@@ -183,15 +181,12 @@ void LogTextView::AddLine(const QString& line)
 
 void LogTextView::ShowLines()
 {
-    if (!isVisible())
-        FlushLines();
-    else if (!m_flushTimer->isActive())
-        m_flushTimer->start(kFlushMs);
+    m_refresh->Request();
 }
 
 void LogTextView::FlushLines()
 {
-    m_flushTimer->stop();
+    m_refresh->Cancel();
     if (!m_haveLines)
         return;
     textEdit->appendPlainText(m_lines);

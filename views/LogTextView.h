@@ -5,8 +5,8 @@
 class GnssSaveData;
 class QBoxLayout;
 class QPlainTextEdit;
-class QTimer;
 class QToolButton;
+class ViewRefresh;
 
 /// What the NMEA and the hex view have in common: running text that is written to a working log, a row of
 /// buttons, and paging back through earlier logs by turning the wheel at the top of the text.
@@ -48,7 +48,7 @@ protected:
     void AddLine(const QString& line);
 
     /// Has the collected lines appended to the text in one go, since every append costs a layout: at once while
-    /// the view is hidden, else within 40 ms.
+    /// the view is hidden, else with the next renewal.
     void ShowLines();
 
     QPlainTextEdit* textEdit = nullptr;
@@ -61,7 +61,7 @@ protected:
 private:
     void FlushLines();
 
-    QTimer* m_flushTimer = nullptr;
+    ViewRefresh* m_refresh = nullptr;
     bool showTime = false;
     int historyIndex = 1; ///< next log to show, newest first; 0 is the one being written
     QString m_logName;

@@ -7,6 +7,7 @@
 #include "views/PlotColours.h"
 #include "views/RecordCopy.h"
 #include "views/SetCenterPointWin.h"
+#include "views/ViewRefresh.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -37,8 +38,10 @@ constexpr std::size_t kBatch = 4096;
 
 PositioningViewWin::PositioningViewWin(QWidget* parent)
     : QWidget(parent), ageEdit(new AgeEdit(this)), ageTimer(new QTimer(this)),
-      m_north(ConstellationLegend::Picture("north"))
+      m_north(ConstellationLegend::Picture("north")), m_refresh(new ViewRefresh(this))
 {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    connect(m_refresh, &ViewRefresh::Due, this, QOverload<>::of(&QWidget::update));
     setWindowTitle(tr("定位轨迹"));
     ageEdit->move(10, 10);
 
@@ -84,7 +87,7 @@ void PositioningViewWin::OnRecord(const void* buffer, int length)
     const double longitude = record.At<double>(offsetof(gnss::PositionRecord, longitude));
     pointList.push_back({latitude, longitude});
     trackPoints.push_back({record.At<std::uint8_t>(offsetof(gnss::PositionRecord, fixMode)), latitude, longitude});
-    update();
+    m_refresh->Request();
     ageTimer->start(kAgeTick);
 }
 
@@ -158,20 +161,11 @@ void PositioningViewWin::paintEvent(QPaintEvent*)
 
 void PositioningViewWin::PaintGrid(QPainter& painter)
 {
-    const QColor background = PlotBackground(palette());
-    const GridKey key{size(), painter.device()->devicePixelRatioF(), scale, TextFont(), background.rgb()};
-    if (m_grid.isNull() || !(key == m_gridKey)) {
-        m_gridKey = key;
-        m_grid = QPixmap((QSizeF(size()) * key.devicePixelRatio).toSize().expandedTo(QSize(1, 1)));
-        m_grid.setDevicePixelRatio(key.devicePixelRatio);
-        m_grid.fill(background);
-        QPainter drawing(&m_grid);
-        drawing.setFont(key.font);
+    m_grid.Paint(painter, *this, PlotBackground(palette()), {scale}, [this](QPainter& drawing) {
         drawing.setPen(QPen(Qt::black, 1.0, Qt::DotLine));
         ConstellationLegend::PaintPicture(drawing, QRect(width() - 39, 10, kNorthWidth, kNorthHeight), m_north);
         PaintRings(drawing);
-    }
-    painter.drawPixmap(0, 0, m_grid);
+    });
 }
 
 /// The view's font, but not so large that the two lines of text, 15 pixels apart, would touch.
@@ -283,11 +277,9 @@ void PositioningViewWin::mouseMoveEvent(QMouseEvent* event)
 
 void PositioningViewWin::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton) {
-        QWidget::mouseReleaseEvent(event);
-        return;
-    }
+    // Of any button: a menu that the right one opens takes the left one's release away.
     dragging = false;
+    event->accept();
 }
 
 void PositioningViewWin::wheelEvent(QWheelEvent* event)

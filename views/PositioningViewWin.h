@@ -1,5 +1,6 @@
 #pragma once
 
+#include "views/PlotLayer.h"
 #include "views/TrackDots.h"
 #include "views/TrackGeometry.h"
 
@@ -14,6 +15,7 @@
 class AgeEdit;
 class QAction;
 class QTimer;
+class ViewRefresh;
 
 /// The track as a plan around a centre point: rings of distance, a dot for each fix, the last one in red.
 class PositioningViewWin : public QWidget {
@@ -25,6 +27,9 @@ public:
 
     /// Takes a PositionRecord; `length` in bytes.
     void OnRecord(const void* buffer, int length);
+
+    /// The size of a window that is neither tiled nor maximised.
+    QSize sizeHint() const override { return {480, 360}; }
 
 signals:
     void CloseSignal();
@@ -52,21 +57,6 @@ private:
         double longitude;
     };
 
-    /// What the grid's picture depends on.
-    struct GridKey {
-        QSize size;
-        qreal devicePixelRatio = 0.0;
-        double scale = 0.0;
-        QFont font;
-        QRgb background = 0;
-
-        bool operator==(const GridKey& other) const
-        {
-            return size == other.size && devicePixelRatio == other.devicePixelRatio && scale == other.scale &&
-                   font == other.font && background == other.background;
-        }
-    };
-
     void PaintGrid(QPainter& painter);
     void PaintRings(QPainter& painter) const;
     void PaintTrack(QPainter& painter);
@@ -83,7 +73,7 @@ private:
     int dragY = 0;
     QAction* m_lastPointAct;
     QPixmap m_north;
-    QPixmap m_grid; ///< background, north arrow and rings, since dotted rings cost more than a day's dots
-    GridKey m_gridKey;
+    PlotLayer m_grid; ///< background, north arrow and rings, since dotted rings cost more than a day's dots
+    ViewRefresh* m_refresh;
     TrackDots m_dots;
 };

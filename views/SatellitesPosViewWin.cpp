@@ -5,6 +5,7 @@
 #include "views/RecordCopy.h"
 #include "views/SignalRamp.h"
 #include "views/SkyGeometry.h"
+#include "views/ViewRefresh.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -20,6 +21,7 @@ namespace {
 
 constexpr int kFirstIconTop = 9;
 constexpr int kBands = 9;
+constexpr int kDotMargin = 1; ///< pixels that a disc's outline reaches out of its box
 constexpr int kSmallestText = 6; ///< pixels; smaller ones can't be read and are left out
 
 QFont PixelFont(const QFont& like, int pixelSize)
@@ -37,8 +39,10 @@ void DrawCentred(QPainter& painter, const QPointF& middle, const QString& text)
 
 } // namespace
 
-SatellitesPosViewWin::SatellitesPosViewWin(QWidget* parent) : QWidget(parent), m_legend(kFirstIconTop)
+SatellitesPosViewWin::SatellitesPosViewWin(QWidget* parent) : QWidget(parent), m_legend(kFirstIconTop), m_refresh(new ViewRefresh(this))
 {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    connect(m_refresh, &ViewRefresh::Due, this, QOverload<>::of(&QWidget::update));
     setWindowTitle(tr("卫星分布"));
     auto* clear = new QAction(tr("Clear CN0 Data"), this);
     connect(clear, &QAction::triggered, this, &SatellitesPosViewWin::SlotClearCn0ListActTriggered);
@@ -60,7 +64,7 @@ void SatellitesPosViewWin::OnRecord(const void* buffer, int length)
         // Hidden constellations are folded in as well.
         m_map.Fold(entry.elevation, entry.azimuth, entry.cn0);
     }
-    update();
+    m_refresh->Request();
 }
 
 void SatellitesPosViewWin::SlotClearCn0ListActTriggered()
@@ -87,7 +91,15 @@ void SatellitesPosViewWin::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillRect(rect(), QColor(240, 240, 240));
+    const auto state = {static_cast<double>(m_legend.HiddenRows()), static_cast<double>(m_map.Revision())};
+    m_still.Paint(painter, *this, QColor(240, 240, 240), state, [this](QPainter& drawing) { PaintStill(drawing); });
+    painter.translate(width() / 2, height() / 2);
+    PaintSatellites(painter);
+}
+
+void SatellitesPosViewWin::PaintStill(QPainter& painter) const
+{
+    painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(Qt::black, 1.0));
     PaintLegend(painter);
     painter.translate(width() / 2, height() / 2);
@@ -97,7 +109,6 @@ void SatellitesPosViewWin::paintEvent(QPaintEvent*)
     PaintScale(painter);
     PaintGrid(painter);
     PaintMap(painter);
-    PaintSatellites(painter);
 }
 
 bool SatellitesPosViewWin::ShowsConstellation(int index) const
@@ -191,9 +202,31 @@ void SatellitesPosViewWin::PaintMap(QPainter& painter) const
     }
 }
 
-void SatellitesPosViewWin::PaintSatellites(QPainter& painter) const
+/// A satellite's disc, drawn once for each colour.
+QPixmap SatellitesPosViewWin::Dot(const QColor& fill, qreal devicePixelRatio)
 {
+    QPixmap& dot = m_dots[fill.rgb()];
+    if (dot.isNull() || dot.devicePixelRatioF() != devicePixelRatio) {
+        const QRect box = SkyGeometry::DotBox(QPointF());
+        const QSize size = box.size() + QSize(2 * kDotMargin, 2 * kDotMargin);
+        dot = QPixmap((QSizeF(size) * devicePixelRatio).toSize());
+        dot.setDevicePixelRatio(devicePixelRatio);
+        dot.fill(Qt::transparent);
+        QPainter painter(&dot);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(Qt::black, 1.0));
+        painter.setBrush(fill);
+        painter.drawEllipse(QRect(QPoint(kDotMargin, kDotMargin), box.size()));
+    }
+    return dot;
+}
+
+void SatellitesPosViewWin::PaintSatellites(QPainter& painter)
+{
+    const qreal ratio = painter.device()->devicePixelRatioF();
     const double radius = static_cast<double>(SkyGeometry::Radius(height()));
+    if (radius <= 0.0)
+        return;
     painter.setFont(PixelFont(font(), 13));
     for (const gnss::SatPosEntry& satellite : satList) {
         const int index = ConstellationIndex(satellite.constellation);
@@ -204,10 +237,8 @@ void SatellitesPosViewWin::PaintSatellites(QPainter& painter) const
             fill = satellite.cn0 != 0 ? QColor(Qt::gray) : palette().color(QPalette::Window);
         const QRect box =
             SkyGeometry::DotBox(SkyGeometry::Position(satellite.elevation, satellite.azimuth, radius));
-        painter.setPen(QPen(Qt::black, 1.0));
-        painter.setBrush(fill);
-        painter.drawEllipse(box);
+        painter.drawPixmap(box.topLeft() - QPoint(kDotMargin, kDotMargin), Dot(fill, ratio));
         painter.setPen(TextColourOn(fill));
-        painter.drawText(box, Qt::AlignCenter | Qt::TextDontClip, QString::number(satellite.svid));
+        m_labels.Draw(painter, box, satellite.svid);
     }
 }

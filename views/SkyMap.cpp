@@ -28,10 +28,20 @@ void SkyMap::Fold(std::uint8_t elevation, std::uint16_t azimuth, std::uint8_t cn
     });
     if (cell == cn0List.end()) {
         cn0List.push_back({1, cellElevation, cellAzimuth, cn0});
+        ++m_revision;
         return;
     }
     const std::int64_t count = cell->count;
-    cell->cn0 = static_cast<std::uint8_t>((cell->cn0 * count + cn0) / (count + 1));
+    const auto average = static_cast<std::uint8_t>((cell->cn0 * count + cn0) / (count + 1));
+    if (average != cell->cn0)
+        ++m_revision;
+    cell->cn0 = average;
     if (cell->count < std::numeric_limits<std::int32_t>::max())
         ++cell->count;
+}
+
+void SkyMap::Clear()
+{
+    cn0List.clear();
+    ++m_revision;
 }

@@ -16,11 +16,15 @@ public:
     /// Averages a value into the cell of a direction, which is made when there is none.
     void Fold(std::uint8_t elevation, std::uint16_t azimuth, std::uint8_t cn0);
 
-    void Clear() { cn0List.clear(); }
+    void Clear();
+
+    /// Grows whenever what Cells() shows changes: a cell's average, not its count.
+    std::uint32_t Revision() const { return m_revision; }
 
     /// In the order in which they were made.
     const std::vector<Cell>& Cells() const { return cn0List; }
 
 private:
     std::vector<Cell> cn0List;
+    std::uint32_t m_revision = 0;
 };
