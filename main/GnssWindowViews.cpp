@@ -21,6 +21,14 @@
 #include <QMenu>
 #include <QTreeWidget>
 
+namespace {
+
+/// Pixels: little more than a title bar. When the views ask for more than the screen has, tiling twelve of them
+/// would make the whole window larger than the screen.
+constexpr QSize smallestSubWindow(125, 60);
+
+} // namespace
+
 void GnssWindow::FillPanelActions()
 {
     panelActions.insert(tr("NMEA视图"), &GnssWindow::ShowNMEAView);
@@ -72,6 +80,7 @@ bool GnssWindow::OpenView(View*& view, QMdiSubWindow*& subWindow, const char* ic
         subWindow->setAttribute(Qt::WA_DeleteOnClose);
         subWindow->setWindowIcon(QIcon(
             ImageManager::GetPixmapObject(QLatin1String(":/images/images/gnss/") + QLatin1String(iconName))));
+        subWindow->setMinimumSize(smallestSubWindow);
         mdiArea->addSubWindow(subWindow);
         connect(view, &View::CloseSignal, this, closeSlot);
         view->showMaximized();

@@ -1,6 +1,7 @@
 #include "PortList.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QPointer>
 #include <QSerialPort>
@@ -36,6 +37,23 @@ int CompareDigits(const QString& left, const QString& right)
         return a.size() < b.size() ? -1 : 1;
     }
     return QString::compare(a, b);
+}
+
+/// The names that the system enumerates. That takes some 20 ms, and a start asks three times in a row.
+QStringList SystemPortNames()
+{
+    constexpr qint64 validMs = 300;
+    static QElapsedTimer age;
+    static QStringList names;
+    if (!age.isValid() || age.elapsed() > validMs) {
+        names.clear();
+        const QList<QSerialPortInfo> infos = QSerialPortInfo::availablePorts();
+        for (const QSerialPortInfo& info : infos) {
+            names.append(info.portName());
+        }
+        age.start();
+    }
+    return names;
 }
 
 QVector<QPointer<QSerialPort>>& WatchedPorts()
@@ -97,12 +115,7 @@ QVector<PortEntry> MergePorts(const QStringList& systemNames, const QString& lis
 
 QVector<PortEntry> AvailablePorts()
 {
-    QStringList names;
-    const QList<QSerialPortInfo> infos = QSerialPortInfo::availablePorts();
-    for (const QSerialPortInfo& info : infos) {
-        names.append(info.portName());
-    }
-    return MergePorts(names, qEnvironmentVariable("GNSS_SERIAL_PORTS"));
+    return MergePorts(SystemPortNames(), qEnvironmentVariable("GNSS_SERIAL_PORTS"));
 }
 
 void WatchOwnPort(QSerialPort* port)
