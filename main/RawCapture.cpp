@@ -38,7 +38,8 @@ void CreateRawCapture(const QString& path)
 void AppendRawCapture(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) {
+    // Unbuffered: there is one write before the file is closed again.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
         return;
     }
     QDataStream stream(&file);

@@ -32,6 +32,8 @@ constexpr int kPointSize = 8;
 LogTextView::LogTextView(const QString& logName, const char* codecName, QWidget* parent)
     : QWidget(parent), m_logName(logName), m_codecName(codecName)
 {
+    // Opaque, or each renewal of the text paints the windows behind it too.
+    setAutoFillBackground(true);
     textEdit = new QPlainTextEdit(this);
     textEdit->setObjectName("textEdit");
     textEdit->setReadOnly(true);

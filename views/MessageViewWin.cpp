@@ -47,12 +47,13 @@ QString BehindBlank(const QString& text)
 MessageViewWin::MessageViewWin(QWidget* parent) : QWidget(parent)
 {
     setWindowTitle(tr("消息数据"));
+    // Made before the tree: in a window too narrow for both the tree covers it.
+    m_right = new MsgViewRightWin(this);
     m_tree = new QTreeWidget(this);
     m_tree->setFixedWidth(kTreeWidth);
     m_tree->setColumnCount(1);
     m_tree->setHeaderHidden(true);
     FillTree();
-    m_right = new MsgViewRightWin(this);
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

@@ -141,8 +141,11 @@ void SatellitesPosViewWin::PaintScale(QPainter& painter) const
     legend.setRight(ConstellationLegend::kTextX + QFontMetricsF(LegendFont()).horizontalAdvance("QZS") + 6.0);
     legend.setBottom(m_legend.IconRect(kLegendRows - 1).bottom());
     legend.translate(-width() / 2, -height() / 2);
-    for (int i = 0; i < SkyGeometry::kAzimuthLabels; ++i) {
-        const double angle = i * 0.2617993877991494;
+    // Every second one is left out where they would touch one another.
+    constexpr double apart = 0.2617993877991494;
+    const int step = radius * apart < metrics.horizontalAdvance("345°") ? 2 : 1;
+    for (int i = 0; i < SkyGeometry::kAzimuthLabels; i += step) {
+        const double angle = i * apart;
         const QString label = SkyGeometry::AzimuthLabel(i);
         // The blanks only balance the text's place; the outward shift keeps wide texts off the rim.
         const QString text = label.trimmed();
