@@ -235,7 +235,7 @@
         </message>
         <message>
             <source>解析文件异常</source>
-            <translation>The file cannot be expanded</translation>
+            <translation>Invalid file: it cannot be expanded</translation>
         </message>
         <message>
             <source>PGNSS注入位置 ACK超时</source>
@@ -965,7 +965,7 @@ For cold starts only</translation>
         </message>
         <message>
             <source>获取版本号长度异常，长度为</source>
-            <translation>Abnormal length of the version: </translation>
+            <translation>Invalid length of the version: </translation>
         </message>
     </context>
     <context>
