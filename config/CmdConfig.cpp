@@ -13,6 +13,7 @@
 #include <QCloseEvent>
 #include <QDebug>
 #include <QPointer>
+#include <QScrollArea>
 #include <QStringListModel>
 
 namespace {
@@ -45,6 +46,7 @@ QFont FontThatFits(const QStringList& texts, QFont font, int width)
 CmdConfig::CmdConfig(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::CmdConfig>())
 {
     ui->setupUi(this);
+    LetPagesScroll();
     FillList();
     ConnectControls();
     // Asks for a page that does not exist: the form stays on the sentences, with no row selected.
@@ -53,6 +55,24 @@ CmdConfig::CmdConfig(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui:
 }
 
 CmdConfig::~CmdConfig() = default;
+
+/// In a small window a page scrolls. Only the page that is shown counts for what is small.
+void CmdConfig::LetPagesScroll()
+{
+    auto* area = new QScrollArea(this);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    ui->body->replaceWidget(ui->stackedWidget, area);
+    area->setWidget(ui->stackedWidget);
+    const auto countOnly = [this](int shown) {
+        for (int i = 0; i < ui->stackedWidget->count(); ++i) {
+            const auto policy = i == shown ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+            ui->stackedWidget->widget(i)->setSizePolicy(policy, policy);
+        }
+    };
+    connect(ui->stackedWidget, &QStackedWidget::currentChanged, this, countOnly);
+    countOnly(ui->stackedWidget->currentIndex());
+}
 
 void CmdConfig::FillList()
 {
@@ -73,6 +93,7 @@ void CmdConfig::FillList()
     ui->listView->setModel(m_listModel);
     ui->listView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     ui->listView->setFont(FontThatFits(rows, ui->listView->font(), ui->listView->maximumWidth() - listMargin));
+    ui->listView->setMinimumWidth(ui->listView->maximumWidth());
 }
 
 void CmdConfig::ConnectControls()

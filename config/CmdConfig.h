@@ -35,6 +35,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void LetPagesScroll();
     void FillList();
     void ConnectControls();
     ConfigForm Form() const;

@@ -17,6 +17,9 @@ public:
     /// Makes the next page back the newest of the earlier logs again.
     void ResetHistory() { historyIndex = 1; }
 
+    /// The size of a window that is neither tiled nor maximised.
+    QSize sizeHint() const override { return {480, 360}; }
+
 signals:
     void CloseSignal();
     void ScrolledPastTop();

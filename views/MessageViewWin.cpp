@@ -49,6 +49,7 @@ MessageViewWin::MessageViewWin(QWidget* parent) : QWidget(parent)
     setWindowTitle(tr("消息数据"));
     // Made before the tree: in a window too narrow for both the tree covers it.
     m_right = new MsgViewRightWin(this);
+    m_right->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_tree = new QTreeWidget(this);
     m_tree->setFixedWidth(kTreeWidth);
     m_tree->setColumnCount(1);

@@ -16,6 +16,9 @@ public:
     /// Takes a MessageRecord; `length` in bytes.
     void OnRecord(const void* buffer, int length);
 
+    /// The size of a window that is neither tiled nor maximised.
+    QSize sizeHint() const override { return {560, 360}; }
+
 signals:
     void CloseSignal();
 

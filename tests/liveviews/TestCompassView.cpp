@@ -13,7 +13,6 @@ class TestCompassView : public QObject {
     Q_OBJECT
 
 private slots:
-    void TurnsTheNeedle_data();
     void TurnsTheNeedle();
     void PointsNowhereWithoutANumber();
 };
@@ -31,53 +30,42 @@ QColor At(const QImage& picture, double x, double y)
 
 } // namespace
 
-void TestCompassView::TurnsTheNeedle_data()
-{
-    QTest::addColumn<float>("heading");
-    QTest::addColumn<double>("turn");
-    QTest::addRow("north") << 0.0F << 0.0;
-    QTest::addRow("east") << 90.0F << 90.0;
-    QTest::addRow("full circle") << 360.0F << 0.0;
-    QTest::addRow("negative") << -90.0F << 270.0;
-    QTest::addRow("many turns") << 3600045.0F << 45.0;
-}
-
 void TestCompassView::TurnsTheNeedle()
 {
-    QFETCH(float, heading);
-    QFETCH(double, turn);
     CompassViewWin view(nullptr);
     view.resize(800, 600);
-    Send(view, CompassBytes(heading, 0));
-    const QImage picture = Picture(view);
-    // The four parts, at a place in the middle of each, turned with the needle.
-    const auto part = [&](double x, double y) {
+    for (const auto& [heading, turn] :
+         {std::pair{0.0F, 0.0}, {90.0F, 90.0}, {360.0F, 0.0}, {-90.0F, 270.0}, {3600045.0F, 45.0}}) {
+        Send(view, CompassBytes(heading, 0));
+        const QImage picture = Picture(view);
+        // The four parts, at a place in the middle of each, turned with the needle.
         const double angle = turn * 0.017453292519943295;
-        return At(picture, x * std::cos(angle) - y * std::sin(angle), x * std::sin(angle) + y * std::cos(angle));
-    };
-    QCOMPARE(part(-2, -40), QColor(Qt::darkRed));
-    QCOMPARE(part(2, -40), QColor(Qt::red));
-    QCOMPARE(part(-2, 40), QColor(Qt::lightGray));
-    QCOMPARE(part(2, 40), QColor(Qt::white));
-    QCOMPARE(At(picture, -19.5, -6.5), QColor(Qt::gray));
-    QCOMPARE(At(picture, 19.0, 7.0), QColor(Qt::gray));
+        const auto part = [&](double x, double y) {
+            return At(picture, x * std::cos(angle) - y * std::sin(angle),
+                      x * std::sin(angle) + y * std::cos(angle));
+        };
+        QCOMPARE(part(-2, -40), QColor(Qt::darkRed));
+        QCOMPARE(part(2, -40), QColor(Qt::red));
+        QCOMPARE(part(-2, 40), QColor(Qt::lightGray));
+        QCOMPARE(part(2, 40), QColor(Qt::white));
+        QCOMPARE(At(picture, -19.5, -6.5), QColor(Qt::gray));
+        QCOMPARE(At(picture, 19.0, 7.0), QColor(Qt::gray));
+    }
 }
 
 void TestCompassView::PointsNowhereWithoutANumber()
 {
     CompassViewWin view(nullptr);
     view.resize(600, 600);
+    const auto red = [&view] { return Count(Picture(view), view.rect(), Qt::red); };
     for (const float heading : {std::nanf(""), std::numeric_limits<float>::infinity()}) {
         Send(view, CompassBytes(heading, 99));
-        const QImage picture = Picture(view);
-        QCOMPARE(Count(picture, picture.rect(), Qt::red), 0);
-        QCOMPARE(At(picture, -19.5, -6.5), QColor(Qt::gray));
+        QCOMPARE(red(), 0);
     }
-    // A record without its fix mode isn't taken.
-    view.OnRecord(CompassBytes(0.0F, 1).constData(), 4);
-    QCOMPARE(Count(Picture(view), view.rect(), Qt::red), 0);
+    Send(view, CompassBytes(0.0F, 1).left(4)); // without its fix mode it isn't taken
+    QCOMPARE(red(), 0);
     Send(view, CompassBytes(0.0F, 1));
-    QVERIFY(Count(Picture(view), view.rect(), Qt::red) > 500);
+    QVERIFY(red() > 500);
 }
 
 QTEST_MAIN(TestCompassView)

@@ -20,8 +20,6 @@ private slots:
     void Widths();
     void TextsInAColumn();
     void PaintsColumns();
-    void HidesAConstellation();
-    void TellsTheAge();
 };
 
 namespace {
@@ -52,16 +50,14 @@ void TestSignalView::CountsAndLists()
     QCOMPARE(table.VisibleCount(), (SignalTable::Counts{9, 4, 1, 0, 1, 0}));
     QCOMPARE(table.TrackedCount(), (SignalTable::Counts{7, 3, 1, 0, 0, 0}));
     QCOMPARE(table.UsedCount(), (SignalTable::Counts{2, 1, 1, 0, 0, 0}));
-
     const SignalTable::Satellites& gps = table.SatellitesOf(ConstellationIndex('G'));
     QCOMPARE(gps.size(), std::size_t(1));
-    QCOMPARE(gps[0].size(), std::size_t(3));
-    QCOMPARE(gps[0][0].cn0, std::uint8_t(30));
-    QCOMPARE(float(gps[0][0].carrierFreq), 1176.45F);
-    QCOMPARE(float(gps[0][2].carrierFreq), 1227.6F);
+    std::vector<float> byStrength;
+    for (const SignalTable::Signal& signal : gps[0])
+        byStrength.push_back(float(signal.carrierFreq)); // packed: no reference to it
+    QCOMPARE(byStrength, std::vector<float>({1176.45F, 1575.42F, 1227.6F}));
     for (const char letter : {'S', 'I', 'J', 'C', 'E'})
         QVERIFY(table.SatellitesOf(ConstellationIndex(letter)).empty());
-    QCOMPARE(ConstellationIndex('?'), -1);
 }
 
 void TestSignalView::CutsTheCountToTheRecord()
@@ -71,6 +67,13 @@ void TestSignalView::CutsTheCountToTheRecord()
     bytes.chop(1);
     QCOMPARE(Table(bytes).VisibleCount(), (SignalTable::Counts{1, 1, 0, 0, 0, 0}));
     QCOMPARE(Table(QByteArray(1, '\xff')).VisibleCount()[0], 0);
+
+    // An empty record is one too: the age begins anew.
+    Cn0ViewWin view(nullptr);
+    view.TimerTimeout();
+    QCOMPARE(AgeText(view), QString("数据龄期: 1s"));
+    Send(view, QByteArray(1, '\0'));
+    QCOMPARE(AgeText(view), QString("数据龄期: 0s"));
 }
 
 void TestSignalView::Widths()
@@ -79,15 +82,11 @@ void TestSignalView::Widths()
     const auto pair = [](struct Widths widths) { return std::pair(widths.barWidth, widths.barPitch); };
     QCOMPARE(pair(WidthsFor(20, 800)), std::pair(32, 35));
     QCOMPARE(pair(WidthsFor(11, 782)), std::pair(63, 66));
-    QCOMPARE(pair(WidthsFor(11, 793)), std::pair(63, 66));
     QCOMPARE(pair(WidthsFor(1, 800)), std::pair(63, 66));
     QCOMPARE(pair(WidthsFor(25, 824)), std::pair(25, 28));
-    QCOMPARE(pair(WidthsFor(25, 823)), std::pair(25, 28));
     QCOMPARE(pair(WidthsFor(255, 1)), std::pair(25, 28));
     QCOMPARE(PixelsPerDb(89 + 119), 0);
     QCOMPARE(PixelsPerDb(89 + 359), 2);
-    QCOMPARE(PixelsPerDb(10), 0);
-
     QCOMPARE(FirstColumnX(2, 66, 800, 200, false), 200);
     QCOMPARE(FirstColumnX(20, 35, 800, 200, false), 97);
     QCOMPARE(FirstColumnX(60, 28, 800, 200, false), 3);
@@ -97,10 +96,8 @@ void TestSignalView::Widths()
 void TestSignalView::TextsInAColumn()
 {
     using SignalBars::TextTops;
-    QCOMPARE(TextTops({100}, 86, 14, 200), std::vector<int>({86}));
     // Too close to one another they are pushed apart, and out of the column they aren't drawn.
     QCOMPARE(TextTops({100, 102, 104}, 86, 14, 200), std::vector<int>({86, 102, 116}));
-    QCOMPARE(TextTops({100, 102, 104}, 100, 14, 200), std::vector<int>({100, 114, 128}));
     QCOMPARE(TextTops({190, 192}, 176, 14, 200), std::vector<int>({176}));
     QVERIFY(TextTops({}, 0, 14, 200).empty());
 }
@@ -111,60 +108,35 @@ void TestSignalView::PaintsColumns()
     view.resize(900, 449); // three pixels for one dB-Hz above a baseline of 360
     Send(view, Cn0Bytes({{'G', 5, 40, 1, 1575.42F}, {'C', 9, 20, 1, 1561.1F}, {'C', 9, 50, 1, 1176.45F}}));
     const QImage picture = Picture(view);
-
+    const auto at = [&](int x, int y) { return QColor(picture.pixel(x, 360 - y)); };
     // BeiDou first, then GPS; each column 63 wide.
-    const auto find = [&](const QColor& colour) {
-        for (int x = 0; x < picture.width(); ++x) {
-            if (picture.pixel(x, 359) == colour.rgb())
-                return x;
-        }
-        return -1;
-    };
-    const int bds = find(kBds);
-    const int gps = find(kGps);
-    QVERIFY(bds > 0);
-    QCOMPARE(gps, bds + 66);
-    const auto at = [&](int x, int y) { return QColor(picture.pixel(x, y)); };
-    const QColor background = at(890, 10);
-    QCOMPARE(at(gps + 62, 359), kGps);
-    QCOMPARE(at(gps + 63, 359), background);
-    QCOMPARE(at(gps, 360 - 120), kGps);
-    QCOMPARE(at(gps, 360 - 121), background);
+    int bds = 0;
+    while (bds < 500 && at(bds, 1) != kBds)
+        ++bds;
+    const int gps = bds + 66;
+    const QColor background = at(890, 350);
+    QCOMPARE(at(gps, 1), kGps);
+    QCOMPARE(at(gps + 62, 1), kGps);
+    QCOMPARE(at(gps + 63, 1), background);
+    QCOMPARE(at(gps, 120), kGps);
+    QCOMPARE(at(gps, 121), background);
     // The stronger signal's segment stands on the weaker one's.
-    QCOMPARE(at(bds, 360 - 60), kBds);
-    QVERIFY(at(bds, 360 - 61) != kBds && at(bds, 360 - 61) != background);
-    QCOMPARE(at(bds, 360 - 61), at(bds, 360 - 150));
-    QCOMPARE(at(bds, 360 - 151), background);
+    QCOMPARE(at(bds, 60), kBds);
+    QVERIFY(at(bds, 61) != kBds && at(bds, 61) != background);
+    QCOMPARE(at(bds, 61), at(bds, 150));
+    QCOMPARE(at(bds, 151), background);
 
-    Send(view, Cn0Bytes({}));
-    QCOMPARE(Count(Picture(view), QRect(200, 0, 700, 449), kGps), 0);
-}
-
-void TestSignalView::HidesAConstellation()
-{
-    Cn0ViewWin view(nullptr);
-    view.resize(900, 449);
-    Send(view, Cn0Bytes({{'G', 5, 40, 1, 1575.42F}, {'C', 9, 20, 1, 1561.1F}}));
-    const QRect plot(0, 170, 900, 200);
-    QVERIFY(Count(Picture(view), plot, kGps) > 5000);
+    const auto shown = [&view](const QColor& colour) {
+        return Count(Picture(view), QRect(0, 170, 900, 200), colour) > 2500;
+    };
     Click(view, QPointF(20, 98)); // the row of the GPS
-    QCOMPARE(Count(Picture(view), plot, kGps), 0);
-    QVERIFY(Count(Picture(view), plot, kBds) > 2500);
     Click(view, QPointF(31, 98)); // beside the picture
-    QCOMPARE(Count(Picture(view), plot, kGps), 0);
+    QVERIFY(!shown(kGps) && shown(kBds));
     Click(view, QPointF(10, 88));
-    QVERIFY(Count(Picture(view), plot, kGps) > 5000);
     Click(view, QPointF(29, 55)); // BeiDou
-    QCOMPARE(Count(Picture(view), plot, kBds), 0);
-}
-
-void TestSignalView::TellsTheAge()
-{
-    Cn0ViewWin view(nullptr);
-    view.TimerTimeout();
-    QCOMPARE(AgeText(view), QString("数据龄期: 1s"));
-    Send(view, QByteArray(1, '\0'));
-    QCOMPARE(AgeText(view), QString("数据龄期: 0s"));
+    QVERIFY(shown(kGps) && !shown(kBds));
+    Send(view, Cn0Bytes({}));
+    QVERIFY(!shown(kGps));
 }
 
 QTEST_MAIN(TestSignalView)
