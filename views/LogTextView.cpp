@@ -46,6 +46,13 @@ LogTextView::LogTextView(const QString& logName, const char* codecName, QWidget*
     textEdit->setFont(font);
     textEdit->setFrameShape(QFrame::NoFrame);
     textEdit->viewport()->installEventFilter(this);
+    // The end stays in sight through tiling and hiding too, not only while lines come in, until it is scrolled away.
+    QScrollBar* bar = textEdit->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { m_follows = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int maximum) {
+        if (m_follows)
+            bar->setValue(maximum);
+    });
 
     m_row = new QHBoxLayout;
     m_row->setContentsMargins(4, 2, 4, 2);

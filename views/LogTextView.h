@@ -71,4 +71,5 @@ private:
     const char* m_codecName;
     QString m_lines;
     bool m_haveLines = false;
+    bool m_follows = true; ///< the end of the text is in sight
 };

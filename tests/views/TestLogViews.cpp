@@ -314,6 +314,18 @@ void TestLogViews::WheelPagesOnlyAtTheTop()
     QVERIFY(bar->value() > 40 && bar->value() <= 50);
     Button(view, "bottomBtn")->click();
     QCOMPARE(bar->value(), bar->maximum());
+
+    // The end stays in sight in a lower window and behind others, but not against the user.
+    view.resize(400, 150);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    view.hide();
+    Send(view, {"$NEW\r\n"});
+    view.show();
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    bar->setValue(20);
+    Send(view, {"$NEW\r\n"});
+    QTRY_COMPARE(TextEdit(view)->blockCount(), 152);
+    QCOMPARE(bar->value(), 20);
 }
 
 QTEST_MAIN(TestLogViews)
