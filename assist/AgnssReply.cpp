@@ -1,6 +1,6 @@
 #include "AgnssReply.h"
 
-#include "AgnssTags.h"
+#include "codec/AgnssTags.h"
 
 #include <QCoreApplication>
 

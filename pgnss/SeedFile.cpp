@@ -11,13 +11,17 @@ namespace {
 
 bool WriteFile(const fs::path& path, const std::vector<std::uint8_t>& bytes)
 {
+    std::error_code ignored;
+    // What a link of that name points to is not ours.
+    if (fs::is_symlink(path, ignored)) {
+        fs::remove(path, ignored);
+    }
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     file.close();
     if (file) {
         return true;
     }
-    std::error_code ignored;
     if (fs::is_regular_file(path, ignored)) {
         fs::remove(path, ignored);
     }

@@ -11,7 +11,7 @@ namespace pgnss {
 
 SeedError ReadSeedFile(const std::string& path, Seed& seed);
 
-/// Writes one file as a whole; false, with no file left, when that fails.
+/// Writes one file as a whole, in the place of a link of that name too; false, with no file left, when that fails.
 bool WriteWholeFile(const std::string& path, const std::vector<std::uint8_t>& bytes);
 
 /// Writes files into a directory, in the place of files of the same names. After a failure none of them is left.

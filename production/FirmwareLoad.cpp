@@ -1,8 +1,8 @@
 #include "production/FirmwareLoad.h"
 
-#include "main/AckWait.h"
 #include "production/FirmwareAnswer.h"
 #include "production/FirmwareImage.h"
+#include "production/StationPort.h"
 
 #include <QDebug>
 #include <QFile>
@@ -27,7 +27,7 @@ ImageSource SourceOf(QFile& file)
 } // namespace
 
 FirmwareLoad::FirmwareLoad(const QPointer<QObject>& owner, QSerialPort& port, const FirmwareLoadRules& rules)
-    : pump(PumpDelay), m_owner(owner), m_port(port), m_rules(rules)
+    : pump(StationWait), m_owner(owner), m_port(port), m_rules(rules)
 {
 }
 

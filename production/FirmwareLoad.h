@@ -43,7 +43,7 @@ public:
 
     Log log = [](const QString&) {};
     Progress progress = [](int) {};
-    Pump pump; ///< keeps the event loop going; PumpDelay unless set
+    Pump pump; ///< keeps the event loop going; StationWait unless set
 
     FirmwareLoadOutcome Run(const QString& imagePath);
 

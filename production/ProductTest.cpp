@@ -1,6 +1,5 @@
 #include "production/ProductTest.h"
 
-#include "main/AckWait.h"
 #include "main/FileDialogs.h"
 #include "main/PortList.h"
 #include "main/RawCapture.h"
@@ -16,6 +15,7 @@
 #include <QCloseEvent>
 #include <QDebug>
 #include <QFileInfo>
+#include <QFontDatabase>
 #include <QIcon>
 #include <QPointer>
 #include <QSerialPort>
@@ -38,6 +38,7 @@ constexpr std::size_t longestShownSentence = 128;
 constexpr std::size_t lineEndSize = 2;
 /// A station runs for days; the raw logs keep everything.
 constexpr int mostShownSentences = 50000;
+constexpr int productNumberWidth = 230;
 
 QString GroupText(const SignalGroup& group)
 {
@@ -62,8 +63,13 @@ ProductTest::ProductTest(QWidget* parent)
     readTimer->setTimerType(Qt::PreciseTimer);
     ui->baudRateCbx->setCurrentText(QString::number(usualBaudRate));
     ui->showNmea->setMaximumBlockCount(mostShownSentences);
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    // Sentences have neither ligatures nor kerning, and shaping is most of a line's cost.
+    fixed.setStyleStrategy(QFont::PreferNoShaping);
+    ui->showNmea->setFont(fixed);
     m_rows->setHorizontalHeaderLabels(UnitReport::TableHeaders());
     ui->testRltTable->setModel(m_rows);
+    ui->testRltTable->setColumnWidth(0, productNumberWidth);
     ShowEpoch(EpochSignals());
 
     connect(ui->clearPNBtn, &QPushButton::clicked, this, &ProductTest::SlotClearPN);
@@ -211,7 +217,7 @@ void ProductTest::SlotStartTest()
     m_serialPort->write(QByteArray::fromHex(startFrame));
     m_serialPort->flush();
     ui->startTestBtn->setEnabled(false);
-    PumpDelay(startWaitMs);
+    StationWait(startWaitMs);
     if (guard.isNull()) {
         return;
     }

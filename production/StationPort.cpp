@@ -5,8 +5,11 @@
 #include "production/FirmwareLoad.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QPointer>
 #include <QSerialPort>
+#include <QThread>
 
 namespace {
 
@@ -14,7 +17,20 @@ class StationPort {
     Q_DECLARE_TR_FUNCTIONS(StationPort)
 };
 
+constexpr int eventsAtOnceMs = 100;
+
 } // namespace
+
+void StationWait(int milliseconds)
+{
+    const QDeadlineTimer end(milliseconds, Qt::PreciseTimer);
+    while (!end.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, eventsAtOnceMs);
+        // It comes back at once when nothing is pending: without a pause a wait would keep a core busy.
+        QThread::msleep(1);
+    }
+    QCoreApplication::processEvents(QEventLoop::AllEvents, eventsAtOnceMs);
+}
 
 QStringList FreePortNames()
 {

@@ -10,6 +10,10 @@ class QWidget;
 
 // What the two windows with a serial port of their own do alike.
 
+/// Waits at least so long with the event loop running, and runs it once more at the end: what has become due when
+/// a busy machine comes back late is done before the wait is over. It goes by no clock that may be set.
+void StationWait(int milliseconds);
+
 /// The ports that can be opened now, in order. Those in use by anyone, this process included, are left out.
 QStringList FreePortNames();
 

@@ -62,14 +62,15 @@ QString NewResultPath(const QDateTime& time)
 bool AppendResultRow(const QString& path, const UnitRecord& unit, bool withHeader)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text)) {
+    // Unbuffered: what a full disk does not take would be tried again, and keep the file from being cut back.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text | QIODevice::Unbuffered)) {
         qDebug().noquote() << "Production test result file could not be opened";
         return false;
     }
     const qint64 before = file.size();
     const QByteArray text =
         ((withHeader ? UnitReport::CsvHeader() : QString()) + UnitReport::CsvRow(unit)).toUtf8();
-    if (file.write(text) != text.size() || !file.flush()) {
+    if (file.write(text) != text.size()) {
         // Half a row would spoil the one that follows it.
         file.resize(before);
         qDebug().noquote() << "Production test result file could not be written";

@@ -1,21 +1,15 @@
 #pragma once
 
-#include <cstdint>
+#include "codec/ByteImage.h"
+
 #include <string_view>
 
 namespace vrx {
 
-/// CRC-32, reflected, polynomial 0xEDB88320.
+/// The check of the codec's images over a text.
 inline std::uint32_t Crc32(std::string_view bytes)
 {
-    std::uint32_t crc = 0xFFFFFFFFu;
-    for (const char c : bytes) {
-        crc ^= static_cast<std::uint8_t>(c);
-        for (int bit = 0; bit < 8; ++bit) {
-            crc = (crc >> 1) ^ ((crc & 1u) != 0 ? 0xEDB88320u : 0u);
-        }
-    }
-    return ~crc;
+    return gnss::Crc32(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }
 
 } // namespace vrx

@@ -1,6 +1,6 @@
 #include "service/Replies.h"
 
-#include "assist/AgnssTags.h"
+#include "codec/AgnssTags.h"
 #include "pgnss/Expansion.h"
 #include "pgnss/ModelSky.h"
 

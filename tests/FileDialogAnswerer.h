@@ -20,7 +20,7 @@ public:
             if (answered > 0) {
                 // If it is still there it did not take the answer, and perhaps tells why in a box.
                 auto* open = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-                if (open != nullptr && (open == m_dialog || open->parent() == m_dialog)) {
+                if (open != nullptr && !m_dialog.isNull() && (open == m_dialog || open->parent() == m_dialog)) {
                     open->reject();
                 }
                 return;

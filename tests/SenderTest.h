@@ -9,6 +9,7 @@
 
 #include "HostSupportConfig.h"
 
+#include <QPointer>
 #include <QTextCursor>
 #include <QTextEdit>
 #include <QTimer>
@@ -81,4 +82,21 @@ public:
 
 private:
     QTextEdit m_log;
+};
+
+/// A window that sends commands, with what it needs around it.
+template <typename Window> class SenderBench : public SenderTest {
+public:
+    explicit SenderBench(int product = 0) : SenderTest(product), window(new Window(nullptr))
+    {
+        Listen(window.data());
+    }
+    ~SenderBench() { delete window; }
+
+    template <typename Widget> Widget* Find(const char* name) const
+    {
+        return window->template findChild<Widget*>(QLatin1String(name));
+    }
+
+    QPointer<Window> window;
 };

@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en_US">
 <context>
+    <name>ChildProcess</name>
+    <message>
+        <source>no such program: %1</source>
+        <translation>没有此程序：%1</translation>
+    </message>
+    <message>
+        <source>it was ended by a signal</source>
+        <translation>被信号终止</translation>
+    </message>
+    <message>
+        <source>it ended with status %1</source>
+        <translation>退出状态 %1</translation>
+    </message>
+</context>
+<context>
     <name>Components</name>
     <message>
         <source>the file is missing</source>
@@ -203,10 +218,6 @@
         <translation>无法为其串口创建文件夹：%1</translation>
     </message>
     <message>
-        <source>no such program: %1</source>
-        <translation>没有此程序：%1</translation>
-    </message>
-    <message>
         <source>Virtual receiver off</source>
         <translation>虚拟接收机已关闭</translation>
     </message>
@@ -221,14 +232,6 @@
     <message>
         <source>Virtual receiver gone: %1</source>
         <translation>虚拟接收机已退出：%1</translation>
-    </message>
-    <message>
-        <source>it was ended by a signal</source>
-        <translation>被信号终止</translation>
-    </message>
-    <message>
-        <source>it ended with status %1</source>
-        <translation>退出状态 %1</translation>
     </message>
 </context>
 </TS>

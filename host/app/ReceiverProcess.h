@@ -1,10 +1,7 @@
 #pragma once
 
-#include <QByteArray>
-#include <QObject>
-#include <QProcess>
-#include <QString>
-#include <QStringList>
+#include "ChildProcess.h"
+
 #include <QTemporaryDir>
 
 #include <memory>
@@ -34,7 +31,6 @@ public:
     enum class State { Off, Starting, Ready, Ended };
 
     explicit ReceiverProcess(QObject* parent = nullptr);
-    ~ReceiverProcess() override;
 
     /// Starts the program and returns at once. Each start has a link of its own name.
     void Start(const ReceiverSettings& settings);
@@ -60,19 +56,13 @@ Q_SIGNALS:
     void Ended(const QString& reason);
 
 private:
-    void ReadOutput();
-    void ReadErrors();
-    void TakeLine(const QByteArray& line);
-    void ProcessError(QProcess::ProcessError error);
-    void ProcessFinished(int code, QProcess::ExitStatus status);
+    bool TakeLine(const QByteArray& line);
     void End(const QString& reason);
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<QProcess> m_process;
+    ChildProcess m_process;
     State m_state = State::Off;
     QString m_port;
     QString m_reason;
-    QByteArray m_output;
-    QByteArray m_errors;
     int m_starts = 0;
 };

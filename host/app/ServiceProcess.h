@@ -1,12 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-#include <QObject>
-#include <QProcess>
-#include <QString>
-#include <QStringList>
-
-#include <memory>
+#include "ChildProcess.h"
 
 /// What the local assistance service is started with.
 struct ServiceSettings {
@@ -21,13 +15,12 @@ QStringList ServiceArguments(const ServiceSettings& settings);
 /// Host and port in the line by which the service says that it can be asked; empty for every other line.
 QString ReadyHost(const QByteArray& line);
 
-/// The local assistance service as a process of its own. What it writes goes to the debug log.
+/// The local assistance service as a process of its own.
 class ServiceProcess : public QObject {
     Q_OBJECT
 
 public:
     explicit ServiceProcess(QObject* parent = nullptr);
-    ~ServiceProcess() override;
 
     /// Starts the program and returns at once; does nothing while one runs.
     void Start(const ServiceSettings& settings);
@@ -35,7 +28,7 @@ public:
     /// Ends the process; does nothing when there is none.
     void Stop();
 
-    bool Running() const { return m_process != nullptr; }
+    bool Running() const { return m_process.Running(); }
     /// "localhost:PORT" once it can be asked, else empty.
     QString Host() const { return m_host; }
     QString Folder() const { return m_folder; }
@@ -46,13 +39,9 @@ Q_SIGNALS:
     void Ended(const QString& reason);
 
 private:
-    void ReadOutput();
-    void ReadErrors();
-    void End(const QString& reason);
+    bool TakeLine(const QByteArray& line);
 
-    std::unique_ptr<QProcess> m_process;
+    ChildProcess m_process;
     QString m_host;
     QString m_folder;
-    QByteArray m_output;
-    QByteArray m_errors;
 };

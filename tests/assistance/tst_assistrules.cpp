@@ -1,5 +1,4 @@
 #include "assist/AgnssReply.h"
-#include "assist/AgnssTags.h"
 #include "assist/AssistRecords.h"
 #include "assist/AssistRequest.h"
 #include "assist/PositionInjection.h"
@@ -37,12 +36,6 @@ AuthInfo SampleAuth()
     auth.keyLen = 64;
     auth.timestamp = 1742508000123;
     return auth;
-}
-
-QByteArray AuthLine(const QByteArray& signedText)
-{
-    return "HMAC-SHA256 appid=qfixdemo1,timestamp=1742508000123,signature=" +
-           QMessageAuthenticationCode::hash(signedText, sampleKey, QCryptographicHash::Sha256).toBase64() + "\r\n";
 }
 
 void SetZone(const char* zone)
@@ -84,55 +77,43 @@ class TestAssistRules : public QObject {
 private Q_SLOTS:
     void cleanup() { SetZone("UTC"); }
 
-    void OfflineQueryIsSignedAndSent_data()
+    void QueriesAreSignedAndSent()
     {
-        QTest::addColumn<quint32>("period");
-        QTest::addColumn<QByteArray>("query");
-        QTest::newRow("default") << 7U << QByteArray();
-        QTest::newRow("fortnight") << 14U << QByteArray("period=14");
-    }
+        char query[kQuerySize];
+        QCOMPARE(FormatPgnssReqStr(query, sizeof(query), 7), 0);
+        QCOMPARE(query + PgnssUrlQuery(7), QString());
+        const struct {
+            AgnssRequestPara para;
+            QString query;
+        } rows[] = {{{15, 31}, ""},
+                    {{5, 31}, "constellation=5"},
+                    {{15, 3}, "datatype=3"},
+                    {{5, 3}, "constellation=5&datatype=3"}};
+        for (const auto& row : rows) {
+            QCOMPARE(FormatAgnssReqStr(query, sizeof(query), row.para), 0);
+            QCOMPARE(QString(query), row.query);
+            QCOMPARE(AgnssUrlQuery(row.para), row.query.isEmpty() ? row.query : '?' + row.query);
+        }
+        QCOMPARE(FormatPgnssReqStr(query, sizeof(query), 14), 0);
+        QCOMPARE(PgnssUrlQuery(14), "?" + QString(query));
 
-    void OfflineQueryIsSignedAndSent()
-    {
-        QFETCH(quint32, period);
-        QFETCH(QByteArray, query);
-        char text[kQuerySize];
-        QCOMPARE(FormatPgnssReqStr(text, sizeof(text), period), 0);
-        QCOMPARE(QByteArray(text), query);
-        QCOMPARE(PgnssUrlQuery(period).toUtf8(), query.isEmpty() ? query : '?' + query);
-        char auth[kAuthSize];
-        QCOMPARE(GenAuthStr(auth, sizeof(auth), SampleServer(), SampleAuth(), text), 0);
-        QCOMPARE(QByteArray(auth),
-                 AuthLine("GET&/lumat/v1/xgnss/pgnss&" + query + "&&appid=qfixdemo1&timestamp=1742508000123"));
-        const LogCatcher log;
-        char request[kRequestSize];
-        QCOMPARE(GenHttpRequest(request, sizeof(request), SampleServer(), text, auth), 0);
-        const QByteArray expected = "GET /lumat/v1/xgnss/pgnss?" + query +
-                                    " HTTP/1.1\r\nHOST: assist.example.com\r\n" + QByteArray(auth) + "\r\n";
-        QCOMPARE(QByteArray(request), expected);
-        QCOMPARE(log.Lines(), QStringList{"Request:\r\n" + QString(expected)});
-    }
-
-    void OnlineQueryIsSignedAndSent_data()
-    {
-        QTest::addColumn<quint32>("constellation");
-        QTest::addColumn<quint32>("datatype");
-        QTest::addColumn<QByteArray>("query");
-        QTest::newRow("all") << 15U << 31U << QByteArray();
-        QTest::newRow("constellations") << 5U << 31U << QByteArray("constellation=5");
-        QTest::newRow("types") << 15U << 3U << QByteArray("datatype=3");
-        QTest::newRow("both") << 5U << 3U << QByteArray("constellation=5&datatype=3");
-    }
-
-    void OnlineQueryIsSignedAndSent()
-    {
-        QFETCH(quint32, constellation);
-        QFETCH(quint32, datatype);
-        QFETCH(QByteArray, query);
-        char text[kQuerySize];
-        QCOMPARE(FormatAgnssReqStr(text, sizeof(text), {constellation, datatype}), 0);
-        QCOMPARE(QByteArray(text), query);
-        QCOMPARE(AgnssUrlQuery({constellation, datatype}).toUtf8(), query.isEmpty() ? query : '?' + query);
+        for (const QByteArray& text : {QByteArray(query), QByteArray()}) {
+            char auth[kAuthSize];
+            QCOMPARE(GenAuthStr(auth, sizeof(auth), SampleServer(), SampleAuth(), text), 0);
+            const QByteArray raw =
+                "GET&/lumat/v1/xgnss/pgnss&" + text + "&&appid=qfixdemo1&timestamp=1742508000123";
+            QCOMPARE(QByteArray(auth),
+                     "HMAC-SHA256 appid=qfixdemo1,timestamp=1742508000123,signature=" +
+                         QMessageAuthenticationCode::hash(raw, sampleKey, QCryptographicHash::Sha256).toBase64() +
+                         "\r\n");
+            const LogCatcher log;
+            char request[kRequestSize];
+            QCOMPARE(GenHttpRequest(request, sizeof(request), SampleServer(), text, auth), 0);
+            QCOMPARE(QByteArray(request), "GET /lumat/v1/xgnss/pgnss?" + text +
+                                              " HTTP/1.1\r\nHOST: assist.example.com\r\n" + QByteArray(auth) +
+                                              "\r\n");
+            QCOMPARE(log.Lines(), QStringList{"Request:\r\n" + QString(request)});
+        }
     }
 
     void WhatDoesNotFitIsToldByItsCode()
@@ -172,77 +153,50 @@ private Q_SLOTS:
         QVERIFY(!IsValid({0, 31}) && !IsValid({15, 0}) && !IsValid({32, 31}));
     }
 
-    void TextsAreReadAsAPosition_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("check"); ///< as longitude
-        QTest::addColumn<double>("value");
-        const int text = static_cast<int>(PositionCheck::LongitudeText);
-        const int range = static_cast<int>(PositionCheck::LongitudeRange);
-        QTest::newRow("exponent") << "1e2" << 0 << 100.0;
-        QTest::newRow("any character") << "12x5" << 0 << 0.0;
-        QTest::newRow("two signs") << "--5" << 0 << 0.0;
-        QTest::newRow("minus zero") << "-0" << 0 << -0.0;
-        QTest::newRow("edge") << "-180" << 0 << -180.0;
-        QTest::newRow("beyond") << "180.000001" << range << 180.000001;
-        QTest::newRow("infinite") << "1e999" << range << qInf();
-        QTest::newRow("empty") << "" << text << 0.0;
-        QTest::newRow("no digit at the end") << "12." << text << 0.0;
-        QTest::newRow("hint") << "dd.dddddd" << text << 0.0;
-        QTest::newRow("full width") << "１２" << text << 0.0;
-    }
-
     void TextsAreReadAsAPosition()
     {
-        QFETCH(QString, text);
-        QFETCH(int, check);
-        QFETCH(double, value);
+        constexpr PositionCheck good = PositionCheck::Good;
+        constexpr PositionCheck text = PositionCheck::LongitudeText;
+        constexpr PositionCheck range = PositionCheck::LongitudeRange;
+        const struct {
+            QString text;
+            PositionCheck check; ///< as longitude
+            double value;
+        } rows[] = {{"1e2", good, 100.0},     {"12x5", good, 0.0},  {"--5", good, 0.0},
+                    {"-0", good, -0.0},       {"-180", good, -180}, {"180.000001", range, 180.000001},
+                    {"1e999", range, qInf()}, {"", text, 0.0},      {"12.", text, 0.0},
+                    {"１２", text, 0.0},      {"dd.ddd", text, 0.0}};
+        for (const auto& row : rows) {
+            ReferencePosition position;
+            QCOMPARE(ReadPosition(row.text, "0", "0", position), row.check);
+            QCOMPARE(position.longitude, row.value);
+        }
         ReferencePosition position;
-        QCOMPARE(static_cast<int>(ReadPosition(text, "0", "0", position)), check);
-        QCOMPARE(position.longitude, value);
-    }
-
-    void PositionIsCheckedInOrder()
-    {
-        ReferencePosition position;
-        QCOMPARE(ReadPosition("x", "x", "x", position), PositionCheck::LongitudeText);
-        QCOMPARE(ReadPosition("-181", "x", "x", position), PositionCheck::LongitudeRange);
-        QCOMPARE(ReadPosition("0", "xy", "x", position), PositionCheck::LatitudeText);
-        QCOMPARE(ReadPosition("0", "-90.1", "x", position), PositionCheck::LatitudeRange);
-        QCOMPARE(ReadPosition("0", "90", "mm.mmm", position), PositionCheck::AltitudeText);
-        QCOMPARE(ReadPosition("0", "90", "1e999", position), PositionCheck::Good);
-    }
-
-    void PositionRecordHasItsBytes_data()
-    {
-        QTest::addColumn<double>("longitude");
-        QTest::addColumn<double>("latitude");
-        QTest::addColumn<double>("altitude");
-        QTest::addColumn<QByteArray>("bytes");
-        const QByteArray one = "01000000";
-        QTest::newRow("corner") << 180.0 << -90.0 << -12.9
-                                << "00008000" + QByteArray("00008000") + one + "0c00010100000000";
-        QTest::newRow("other corner") << -180.0 << 90.0 << 65536.0
-                                      << "00008000" + QByteArray("000080ff") + one + "0000000000000000";
-        QTest::newRow("rounding") << 0.0 << -1e-9 << -1e-7
-                                  << "00000000" + QByteArray("00000000") + one + "0000000100000000";
-        QTest::newRow("endless height")
-            << 0.0 << 0.0 << -qInf() << "00000000" + QByteArray("00000000") + one + "0000000100000000";
-        QTest::newRow("place") << 116.3 << 39.9 << 44.0
-                               << "25bf3800" + QByteArray("c4b35200") + one + "2c00000000000000";
+        QCOMPARE(ReadPosition("0", "90", "1e999", position), good);
     }
 
     void PositionRecordHasItsBytes()
     {
-        QFETCH(double, longitude);
-        QFETCH(double, latitude);
-        QFETCH(double, altitude);
-        QFETCH(QByteArray, bytes);
-        QCOMPARE(ReferencePositionRecord({longitude, latitude, altitude}).toHex(), bytes);
+        const QByteArray one = "01000000";
+        const struct {
+            ReferencePosition position;
+            QByteArray bytes;
+        } rows[] = {
+            {{180, -90, -12.9}, "00008000" + QByteArray("00008000") + one + "0c00010100000000"},
+            {{-180, 90, 65536}, "00008000" + QByteArray("000080ff") + one + "0000000000000000"},
+            {{0, -1e-9, -1e-7}, "00000000" + QByteArray("00000000") + one + "0000000100000000"},
+            {{0, 0, -qInf()}, "00000000" + QByteArray("00000000") + one + "0000000100000000"},
+            {{116.3, 39.9, 44}, "25bf3800" + QByteArray("c4b35200") + one + "2c00000000000000"},
+        };
+        for (const auto& row : rows) {
+            QCOMPARE(ReferencePositionRecord(row.position).toHex(), row.bytes);
+        }
     }
 
     void OtherRecordsHaveTheirBytes()
     {
+        const QDateTime time(QDate(2026, 11, 22), QTime(21, 5, 59, 999), Qt::OffsetFromUTC, 3600);
+        QCOMPARE(UtcTimeRecord(time).toHex(), QByteArray("ea070b1614053b00e7030100"));
         // 2025-03-21 06:00:00 UTC: week 2358, Friday.
         QCOMPARE(ReferenceTimeRecord(1742536800).toHex(),
                  QByteArray("3601") + "e0eb0600" + "53000000" + "01000000");
@@ -287,18 +241,6 @@ private Q_SLOTS:
         }
     }
 
-    void TagsNameTheirCommand()
-    {
-        QCOMPARE(gnss::FindAgnssTag(6)->commandId, gnss::CmdAgnssChannels);
-        QCOMPARE(gnss::FindAgnssTag(34)->column, 0);
-        QCOMPARE(gnss::FindAgnssTag(67)->commandId, gnss::CmdAgnssUtcParameters);
-        QCOMPARE(gnss::FindAgnssTag(100)->commandId, gnss::CmdAgnssIonosphere);
-        QCOMPARE(gnss::FindAgnssTag(100)->column, 2);
-        for (const int tag : {0, 7, 32, 39, 64, 96, 103, 128, 0x0102}) {
-            QVERIFY(gnss::FindAgnssTag(static_cast<quint16>(tag)) == nullptr);
-        }
-    }
-
     void SeedMustLastAnHour()
     {
         QVERIFY(SeedCovers(1000, 4600, 1000));
@@ -308,50 +250,26 @@ private Q_SLOTS:
         QVERIFY(!SeedCovers(0, 0xFFFFFFFF, 0xFFFFFFFFLL - 3599));
     }
 
-    void LabelsOfASeed()
-    {
-        QCOMPARE(SeedSizeText(1023), QString("1023B"));
-        QCOMPARE(SeedSizeText(2047), QString("1KB"));
-        SetZone("Asia/Shanghai");
-        QCOMPARE(SeedSpanText(1742508000, 1742508000 + 3600 * 12 + 65),
-                 QString("2025/3/21 6:0:0 - 2025/3/21 18:1:5"));
-    }
-
-    void CustomTimeIsLocal()
-    {
-        SetZone("Asia/Shanghai");
-        QDateTime time;
-        QVERIFY(ReadCustomTime("2025/03/21 06:00:00", time));
-        QCOMPARE(time, QDateTime(QDate(2025, 3, 20), QTime(22, 0), Qt::UTC));
-        for (const char* text : {"", "2025/3/21 06:00:00", "2025-03-21 06:00:00", "2025/02/30 06:00:00"}) {
-            QVERIFY(!ReadCustomTime(text, time));
-        }
-        QCOMPARE(time.date(), QDate(2025, 3, 20));
-    }
-
-    void EphemerisIsTheLatestThatServes_data()
-    {
-        QTest::addColumn<QStringList>("names");
-        QTest::addColumn<bool>("narrow");
-        QTest::addColumn<qint64>("chosen");
-        const QStringList spread = {"GPS_1742600901.eph", "GPS_1742607200.eph", "GPS_1742607201.eph",
-                                    "GPS_1742599099.eph"};
-        QTest::newRow("two hours ahead") << spread << false << qint64(1742607200);
-        QTest::newRow("too far on both sides") << spread << true << qint64(0);
-        QTest::newRow("just near enough")
-            << QStringList{"GLO_1742599100.eph", "GLO_1742600900.eph"} << true << qint64(1742600900);
-        QTest::newRow("a week old") << QStringList{"GPS_1741995200.eph"} << false << qint64(1741995200);
-        QTest::newRow("no time") << QStringList{"GPS_1.eph", "GPS_.eph"} << false << qint64(0);
-        QTest::newRow("beyond 32 bits") << QStringList{"GPS_9999999999.eph"} << false << qint64(0);
-        QTest::newRow("none") << QStringList() << false << qint64(0);
-    }
-
     void EphemerisIsTheLatestThatServes()
     {
-        QFETCH(QStringList, names);
-        QFETCH(bool, narrow);
-        QFETCH(qint64, chosen);
-        QCOMPARE(ChooseEphemeris(names, 1742600000, narrow), chosen);
+        const QStringList spread = {"GPS_1742600901.eph", "GPS_1742607200.eph", "GPS_1742607201.eph",
+                                    "GPS_1742599099.eph"};
+        const struct {
+            QStringList names;
+            bool narrow;
+            qint64 chosen;
+        } rows[] = {
+            {spread, false, 1742607200}, // two hours ahead
+            {spread, true, 0},
+            {{"GLO_1742599100.eph", "GLO_1742600900.eph"}, true, 1742600900},
+            {{"GPS_1741995200.eph"}, false, 1741995200}, // a week old
+            {{"GPS_1.eph", "GPS_.eph"}, false, 0},
+            {{"GPS_9999999999.eph"}, false, 0}, // beyond 32 bits
+            {{}, false, 0},
+        };
+        for (const auto& row : rows) {
+            QCOMPARE(ChooseEphemeris(row.names, 1742600000, row.narrow), row.chosen);
+        }
     }
 
     void OnlyExpandedFilesAreDeleted()

@@ -1,4 +1,4 @@
-#include "FakePlugin.h"
+#include "plugin/MainInterface.h"
 
 #include "CProductVersion.h"
 
@@ -6,12 +6,14 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QSettings>
 #include <QTimer>
 
 namespace {
 
+/// Notes what the host does in the file "events.txt" of the current directory.
 void Note(const QString& text)
 {
     QFile file(QStringLiteral("events.txt"));
@@ -23,65 +25,69 @@ const char kData[] = "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9
 
 } // namespace
 
-FakeWindow::FakeWindow(QWidget* parent) : QMainWindow(parent)
-{
-    const int language = QSettings(QStringLiteral("./Source-Datas/bin/config/language.ini"), QSettings::IniFormat)
-                             .value(QStringLiteral("LanguageSetting/Language"))
-                             .toInt();
-    Note(QStringLiteral("built language %1 product %2 ports %3")
-             .arg(language)
-             .arg(CProductVersion::GetVersion())
-             .arg(QFileInfo(QString::fromLocal8Bit(qgetenv("GNSS_SERIAL_PORTS"))).fileName()));
-    connect(parent, SIGNAL(NotifyPluginConnectSignal(bool)), this, SLOT(SlotOnConnect(bool)));
-    // A box that nobody answers.
-    if (qEnvironmentVariableIsSet("FAKE_BOX"))
-        QTimer::singleShot(
-            100, this, [this] { QMessageBox::warning(this, QStringLiteral("GNSS"), QStringLiteral("stuck")); });
-}
+/// Stands for the workbench: opens and closes the port that the host names, as a file.
+class FakeWindow : public QMainWindow {
+    Q_OBJECT
 
-FakeWindow::~FakeWindow()
-{
-    Note(QStringLiteral("window gone"));
-}
-
-void FakeWindow::SlotChangePort(QString port)
-{
-    m_port = port;
-    Note(QStringLiteral("port ") + QFileInfo(port).fileName() + (isWindow() ? " window" : " embedded"));
-    if (m_line.isOpen()) {
-        m_line.close();
-        Open();
+public:
+    explicit FakeWindow(QWidget* parent) : QMainWindow(parent)
+    {
+        const QSettings language("./Source-Datas/bin/config/language.ini", QSettings::IniFormat);
+        Note(QStringLiteral("built language %1 product %2 ports %3")
+                 .arg(language.value("LanguageSetting/Language").toInt())
+                 .arg(CProductVersion::GetVersion())
+                 .arg(QFileInfo(QString::fromLocal8Bit(qgetenv("GNSS_SERIAL_PORTS"))).fileName()));
+        connect(parent, SIGNAL(NotifyPluginConnectSignal(bool)), this, SLOT(SlotOnConnect(bool)));
+        // A box that nobody answers.
+        if (qEnvironmentVariableIsSet("FAKE_BOX"))
+            QTimer::singleShot(100, this, [this] { QMessageBox::warning(this, "GNSS", "stuck"); });
     }
-}
+    ~FakeWindow() override { Note("window gone"); }
 
-void FakeWindow::SlotSwitchPort()
-{
-    if (m_line.isOpen()) {
+public Q_SLOTS:
+    void SlotChangePort(QString port)
+    {
+        Note("port " + QFileInfo(port).fileName() + (isWindow() ? " window" : " embedded"));
+        const bool open = m_line.isOpen();
         m_line.close();
-        Note(QStringLiteral("close"));
-        return;
+        m_line.setFileName(port);
+        if (open)
+            m_line.open(QIODevice::ReadWrite);
     }
-    Note(QStringLiteral("open"));
-    Open();
-    const QString folder = QCoreApplication::applicationDirPath() + QStringLiteral("/GnssData");
-    QDir().mkpath(folder);
-    QFile file(folder + QStringLiteral("/%1_1.bin").arg(QFileInfo(m_port).fileName()));
-    if (file.open(QIODevice::WriteOnly))
-        file.write(kData);
-}
+    void SlotSwitchPort()
+    {
+        Note(m_line.isOpen() ? "close" : "open");
+        if (m_line.isOpen())
+            return m_line.close();
+        m_line.open(QIODevice::ReadWrite);
+        const QString folder = QCoreApplication::applicationDirPath() + "/GnssData/";
+        QDir().mkpath(folder);
+        QFile file(folder + QFileInfo(m_line).fileName() + "_1.bin");
+        if (file.open(QIODevice::WriteOnly))
+            file.write(kData);
+    }
 
-void FakeWindow::Open()
-{
-    m_line.setFileName(m_port);
-    m_line.open(QIODevice::ReadWrite);
-}
+private Q_SLOTS:
+    void SlotOnConnect(bool connected) { Note(connected ? "taken in" : "given up"); }
 
-void FakeWindow::SlotOnConnect(bool connected)
-{
-    Note(connected ? QStringLiteral("taken in") : QStringLiteral("given up"));
-}
+private:
+    QFile m_line;
+};
 
-FakePlugin::~FakePlugin()
-{
-    Note(QStringLiteral("plug-in gone"));
-}
+class FakePlugin : public QObject, public MainInterface {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID MainInterface_iid)
+    Q_INTERFACES(MainInterface)
+
+public:
+    ~FakePlugin() override { Note("plug-in gone"); }
+    QString Name() override { return QStringLiteral("fake"); }
+    QString Information() override { return QString(); }
+    QWidget* CenterWidget() override { return nullptr; }
+    QWidget* CreateWidget(QWidget* parent, int, int) override { return new FakeWindow(parent); }
+
+Q_SIGNALS:
+    void ClosePluginSignal(QString name);
+};
+
+#include "FakePlugin.moc"

@@ -1,70 +1,32 @@
-#include "CProductVersion.h"
-#include "HostSupportConfig.h"
+#include "Files.h"
 #include "ImageManager.h"
 #include "LogCatcher.h"
-#include "QCString.h"
-#include "VerCommon.h"
 
-#include <QDir>
+#include <QDirIterator>
 #include <QIcon>
 #include <QImage>
-#include <QSet>
-#include <QTest>
+#include <QRegularExpression>
 
 namespace {
 
-const char* const kPictures[] = {
-    "American",     "China",        "CmdcfgView",     "Cn0 View",       "CompassView",    "CustomerView",
-    "Data",         "European",     "HexView",        "Japan",          "MessageView",    "NmeaView",
-    "PackageView",  "PauseReplay",  "Positioning",    "ProductTestOff", "ProductTestOn",  "Russia",
-    "SatPosView",   "SaveBtn",      "StartReplay",    "StopReplay",     "TestView",       "TileBtn",
-    "allTypeCount", "bdsChecked",   "bdsUnchecked",   "gloChecked",     "gloUnchecked",   "gpsChecked",
-    "gpsUnchecked", "galChecked",   "galUnchecked",   "qzsChecked",     "qzsUnchecked",   "bottom",
-    "clock",        "delete",       "fetchNmea",      "filter",         "hisNotOpen",     "hisOpened",
-    "north",        "offline_link", "offline_unlink", "online_link",    "online_unlink",  "resume",
-    "senceReplay",  "startStatus",  "stopStatus",     "serialSettingC", "serialSettingO", "tools",
-    "uart_link",    "uart_unlink",  "versionLoading", "versionUnload",  "workbench",
-};
-
-const char* const kPairs[][2] = {
-    {"uart_link", "uart_unlink"},         {"online_link", "online_unlink"},
-    {"offline_link", "offline_unlink"},   {"versionLoading", "versionUnload"},
-    {"hisOpened", "hisNotOpen"},          {"ProductTestOn", "ProductTestOff"},
-    {"serialSettingO", "serialSettingC"}, {"startStatus", "stopStatus"},
-    {"StartReplay", "StopReplay"},        {"PauseReplay", "resume"},
-    {"bdsChecked", "bdsUnchecked"},       {"gpsChecked", "gpsUnchecked"},
-};
-
-QString Path(const char* name)
+QPixmap Picture(const QString& name)
 {
-    return QStringLiteral(":/images/images/gnss/%1.png").arg(QLatin1String(name));
+    return ImageManager::GetPixmapObject(":/images/images/gnss/" + name + ".png");
 }
 
 /// As the tool bar shows it.
-QImage Small(const QString& path)
+QImage Small(const QString& name)
 {
-    return QIcon(ImageManager::GetPixmapObject(path))
-        .pixmap(18, 18)
-        .toImage()
-        .convertToFormat(QImage::Format_ARGB32);
+    return QIcon(Picture(name)).pixmap(18, 18).toImage().convertToFormat(QImage::Format_ARGB32);
 }
 
-int PaintedPixels(const QImage& image)
+/// Pixels in which a picture differs from another one, or from nothing.
+int DifferentPixels(const QImage& a, const QImage& b = QImage())
 {
     int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            count += qAlpha(image.pixel(x, y)) > 100 ? 1 : 0;
-    }
-    return count;
-}
-
-int DifferentPixels(const QImage& a, const QImage& b)
-{
-    int count = 0;
-    for (int y = 0; y < qMin(a.height(), b.height()); ++y) {
-        for (int x = 0; x < qMin(a.width(), b.width()); ++x)
-            count += a.pixel(x, y) != b.pixel(x, y) ? 1 : 0;
+    for (int i = 0; i < a.width() * a.height(); ++i) {
+        const QPoint at(i % a.width(), i / a.width());
+        count += b.valid(at) ? a.pixel(at) != b.pixel(at) : qAlpha(a.pixel(at)) > 100;
     }
     return count;
 }
@@ -75,84 +37,64 @@ class HostSupportTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void EveryPictureShowsAtToolBarSize();
-    void StatesOfAButtonDiffer();
-    void PaintedPicturesHaveTheirNaturalSize();
-    void AMissingPictureIsSeenAndLogged();
-    void FoldersAndTranslationsDoNotMatter();
-    void ConfigurationSetsLieBesideTheProgram();
-    void ProductIsWhatTheHostSays();
+    void EveryPictureIsThereAndUnlikeTheOthers()
+    {
+        const LogCatcher log;
+        QStringList names;
+        for (const char* folder : {"assist", "config", "main", "production", "views", "widgets"}) {
+            QDirIterator files(QStringLiteral(GNSS_SOURCE_DIR "/") + folder, {"*.cpp"});
+            while (files.hasNext()) {
+                auto found = QRegularExpression("[\"/]([\\w ]+)\\.png\"").globalMatch(Content(files.next()));
+                while (found.hasNext()) {
+                    names.append(found.next().captured(1));
+                }
+            }
+        }
+        QVERIFY(names.size() > 50);
+        for (const QString& name : names) {
+            QVERIFY2(!Picture(name).isNull(), qPrintable(name));
+        }
+        // And those whose names are put together.
+        names = QDir(":/images/images/gnss").entryList().replaceInStrings(".svg", "");
+        QVERIFY2(names.size() >= 61, qPrintable(names.join(' ')));
+        for (int i = 0; i < names.size(); ++i) {
+            QVERIFY2(DifferentPixels(Small(names[i])) >= 18, qPrintable(names[i]));
+            for (int k = 0; k < i; ++k) {
+                QVERIFY2(DifferentPixels(Small(names[i]), Small(names[k])) > 40, qPrintable(names[i] + names[k]));
+            }
+        }
+        QVERIFY2(log.Lines().isEmpty(), qPrintable(log.Lines().join('\n')));
+    }
+
+    void PaintedPicturesHaveTheirNaturalSize()
+    {
+        // Views paint these with drawPixmap(x, y, ...), the check images into hit boxes of 20 x 20.
+        QCOMPARE(Picture("bdsChecked").size(), QSize(20, 20));
+        QCOMPARE(Picture("China").size(), QSize(24, 16));
+        QCOMPARE(Picture("north").width(), 29);
+        QVERIFY(Picture("clock").width() >= 4 * 18);
+    }
+
+    void AMissingPictureIsSeenAndLogged()
+    {
+        for (const char* path : {":/images/images/gnss/nosuch.png", "", "/", ".png"}) {
+            const LogCatcher log;
+            QPixmap pixmap;
+            ImageManager::LoadPixmap(pixmap, path);
+            QVERIFY(DifferentPixels(pixmap.toImage()) > 100);
+            QVERIFY(log.Lines().join(QString()).contains("picture missing"));
+        }
+    }
+
+    void FoldersAndTranslationsDoNotMatter()
+    {
+        const QImage wanted = Picture("clock").toImage();
+        for (const char* path :
+             {":/images/images/gnss_en/clock.png", "clock.png", ":\\images\\gnss\\clock.PNG", "clock"}) {
+            QVERIFY2(ImageManager::GetPixmapObject(path).toImage() == wanted, path);
+        }
+    }
 };
-
-void HostSupportTest::EveryPictureShowsAtToolBarSize()
-{
-    LogCatcher log;
-    for (const char* name : kPictures) {
-        const QImage image = Small(Path(name));
-        QVERIFY2(!image.isNull(), name);
-        QVERIFY2(PaintedPixels(image) >= 18, name);
-    }
-    for (const char* name : {"dock1", "dock3"})
-        QVERIFY2(PaintedPixels(Small(QStringLiteral(":/images/images/%1.png").arg(QLatin1String(name)))) >= 18,
-                 name);
-    QVERIFY2(log.Lines().isEmpty(), qPrintable(log.Lines().join('\n')));
-}
-
-void HostSupportTest::StatesOfAButtonDiffer()
-{
-    for (const auto& pair : kPairs)
-        QVERIFY2(DifferentPixels(Small(Path(pair[0])), Small(Path(pair[1]))) > 40, pair[0]);
-}
-
-void HostSupportTest::PaintedPicturesHaveTheirNaturalSize()
-{
-    // Views paint these with drawPixmap(x, y, ...), the check images into hit boxes of 20 x 20.
-    QCOMPARE(ImageManager::GetPixmapObject(Path("bdsChecked")).size(), QSize(20, 20));
-    QCOMPARE(ImageManager::GetPixmapObject(Path("China")).size(), QSize(24, 16));
-    QCOMPARE(ImageManager::GetPixmapObject(Path("north")).width(), 29);
-    QVERIFY(ImageManager::GetPixmapObject(Path("clock")).width() >= 4 * 18);
-}
-
-void HostSupportTest::AMissingPictureIsSeenAndLogged()
-{
-    for (const QString& path : {Path("nosuch"), QString(), QStringLiteral("/"), QStringLiteral(".png")}) {
-        LogCatcher log;
-        QPixmap pixmap;
-        ImageManager::LoadPixmap(pixmap, path);
-        QVERIFY(!pixmap.isNull());
-        QVERIFY(PaintedPixels(pixmap.toImage()) > 100);
-        QVERIFY(log.Lines().join(QString()).contains(QStringLiteral("picture missing")));
-    }
-}
-
-void HostSupportTest::FoldersAndTranslationsDoNotMatter()
-{
-    const QImage wanted = ImageManager::GetPixmapObject(Path("clock")).toImage();
-    for (const char* path :
-         {":/images/images/gnss_en/clock.png", "clock.png", ":\\images\\gnss\\clock.PNG", "clock"})
-        QVERIFY2(ImageManager::GetPixmapObject(QLatin1String(path)).toImage() == wanted, path);
-}
-
-void HostSupportTest::ConfigurationSetsLieBesideTheProgram()
-{
-    QCOMPARE(VerCommon::GetCurrentVersion(), 1);
-    const QString path = VerCommon::GetCfgPath(QString::number(VerCommon::GetCurrentVersion()));
-    QCOMPARE(QDir::fromNativeSeparators(path),
-             QCoreApplication::applicationDirPath() + QStringLiteral("/Source-Datas/config/1"));
-    HostSupportConfig::SetConfigurationSet(7);
-    QCOMPARE(VerCommon::GetCurrentVersion(), 7);
-    HostSupportConfig::SetConfigurationSet(1);
-}
-
-void HostSupportTest::ProductIsWhatTheHostSays()
-{
-    QCOMPARE(CProductVersion::GetVersion(), 0);
-    HostSupportConfig::SetProduct(31);
-    QCOMPARE(CProductVersion::GetVersion(), 31);
-    HostSupportConfig::SetProduct(0);
-    const QCString empty(nullptr); // must not crash
-    Q_UNUSED(empty)
-}
 
 QTEST_MAIN(HostSupportTest)
 #include "tst_hostsupport.moc"

@@ -28,12 +28,18 @@ public:
     bool locked = false;
 
     bool encodes = true;
-    bool gone = false;                         ///< the window goes at the next pump
     std::function<void()> atEveryStep = [] {}; ///< what else happens as time passes
     std::function<void(KpiFrame)> toTheReceiver = [](KpiFrame) {};
 
     qint64 now = 0; ///< milliseconds
     KpiSequencer sequencer{*this};
+
+    void Start(bool coldTicked, bool hotTicked)
+    {
+        cold = coldTicked;
+        hot = hotTicked;
+        sequencer.StartStopClicked();
+    }
 
     void Pass(qint64 milliseconds)
     {
@@ -42,7 +48,10 @@ public:
             atEveryStep();
             for (const KpiTimer timer : timers.keys()) {
                 if (timers.contains(timer) && timers.value(timer) <= now) {
-                    Fire(timer);
+                    timers[timer] += m_periods.value(timer);
+                    timer == KpiTimer::Timeout ? sequencer.OnTimeout()
+                    : timer == KpiTimer::Track ? sequencer.OnTrackingOver()
+                                               : sequencer.OnIntervalOver();
                 }
             }
         }
@@ -51,20 +60,19 @@ public:
     /// Lets time pass until the run is over; false when it isn't after so many seconds.
     bool RunToTheEnd(qint64 seconds)
     {
-        const qint64 limit = now + seconds * 1000;
-        while (sequencer.TestRunning() && now < limit) {
+        for (const qint64 limit = now + seconds * 1000; sequencer.TestRunning() && now < limit;) {
             Pass(stepMs);
         }
         return !sequencer.TestRunning();
     }
 
-    QString Row(const char* kind, int row) const
+    QString Row(const QString& kind, int row) const
     {
-        QStringList texts;
+        QString texts;
         for (int column = 0; column < 4; ++column) {
-            texts.append(cells.value(QStringLiteral("%1 %2 %3").arg(QLatin1String(kind)).arg(row).arg(column)));
+            texts += cells.value(QStringLiteral("%1 %2 %3").arg(kind).arg(row).arg(column)) + ' ';
         }
-        return texts.join(' ').trimmed();
+        return texts.trimmed();
     }
 
     /// Takes what was done so far.
@@ -86,22 +94,17 @@ public:
         if (!encodes) {
             return KpiSend::NotEncoded;
         }
-        static const QStringList names = {"start", "stop", "cold", "hot", "nmea"};
-        done.append(names.at(static_cast<int>(frame)));
+        done.append(QStringList{"start", "stop", "cold", "hot", "nmea"}.at(static_cast<int>(frame)));
         toTheReceiver(frame);
-        return gone ? KpiSend::Gone : KpiSend::Sent;
+        return KpiSend::Sent;
     }
     void WakeUp() override { done.append("wake"); }
     bool Wait(int milliseconds) override
     {
         Pass(milliseconds);
-        return !gone;
+        return true;
     }
-    bool Warn(KpiWarning warning) override
-    {
-        done.append(warning == KpiWarning::AlreadyStarted ? "already-started" : "nothing-ticked");
-        return !gone;
-    }
+    bool Warn(KpiWarning) override { return true; }
     void StartTimer(KpiTimer timer, int milliseconds) override
     {
         m_periods[timer] = milliseconds;
@@ -118,18 +121,5 @@ public:
     }
 
 private:
-    void Fire(KpiTimer timer)
-    {
-        timers[timer] += m_periods.value(timer);
-        switch (timer) {
-        case KpiTimer::Timeout:
-            return sequencer.OnTimeout();
-        case KpiTimer::Track:
-            return sequencer.OnTrackingOver();
-        case KpiTimer::Delay:
-            return sequencer.OnIntervalOver();
-        }
-    }
-
     QMap<KpiTimer, int> m_periods;
 };

@@ -1,8 +1,8 @@
+#include "Files.h"
 #include "main/PortList.h"
+#include "main/RawCapture.h"
 
-#include <QSerialPort>
 #include <QTemporaryDir>
-#include <QtTest>
 
 class TestPortList : public QObject {
     Q_OBJECT
@@ -17,36 +17,26 @@ private:
         return names;
     }
 
-    static QString Same(const QString& name) { return name; }
-
 private Q_SLOTS:
-    void NumbersSortByValue()
+    void NumbersSortByValueAndListedPathsComeLast()
     {
         const QStringList system = {"ttyUSB10", "ttyUSB9", "ttyACM1", "ttyUSB1", "ttyS99999999999999999999",
                                     "ttyS2",    "COM10",   "COM9",    "console"};
-        QCOMPARE(Names(MergePorts(system, QString(), Same)),
+        QCOMPARE(Names(MergePorts(system, "/z/port10::/b/port9:/dev/serial/by-id/a:")),
                  (QStringList{"COM9", "COM10", "console", "ttyACM1", "ttyS2", "ttyS99999999999999999999",
-                              "ttyUSB1", "ttyUSB9", "ttyUSB10"}));
-    }
-
-    void ListedPathsComeLastByLastComponent()
-    {
-        QCOMPARE(Names(MergePorts({"ttyUSB1"}, "/z/port10::/b/port9:/dev/serial/by-id/a:", Same)),
-                 (QStringList{"ttyUSB1", "/dev/serial/by-id/a", "/b/port9", "/z/port10"}));
+                              "ttyUSB1", "ttyUSB9", "ttyUSB10", "/dev/serial/by-id/a", "/b/port9", "/z/port10"}));
     }
 
     void OneDeviceIsOfferedOnce()
     {
         QTemporaryDir folder;
-        QFile device(folder.filePath("device"));
-        QVERIFY(device.open(QIODevice::WriteOnly));
-        QVERIFY(QFile::link(device.fileName(), folder.filePath("link")));
-        const QString paths = folder.filePath("link") + ':' + device.fileName() + ':' + folder.filePath("link");
-        QCOMPARE(Names(MergePorts({}, paths)), QStringList{device.fileName()});
+        const QString device = folder.filePath("device");
+        const QString link = folder.filePath("link");
+        WriteFile(device, "");
+        QVERIFY(QFile::link(device, link));
+        QCOMPARE(Names(MergePorts({}, link + ':' + device + ':' + link)), QStringList{device});
         QCOMPARE(CanonicalPortPath("null"), QStringLiteral("/dev/null"));
         QCOMPARE(CanonicalPortPath("/no/such/../port"), QStringLiteral("/no/port"));
-        QCOMPARE(PortFileName("/dev/pts/3"), QStringLiteral("3"));
-        QCOMPARE(PortFileName("ttyUSB0"), QStringLiteral("ttyUSB0"));
     }
 
     void BusyPortsAreFoundButOwnOnesNotProbed()
@@ -60,13 +50,15 @@ private Q_SLOTS:
         QCOMPARE(scan.names, (QStringList{"free", "busy", "link"}));
         QCOMPARE(scan.busy, QStringList{"busy"});
         QCOMPARE(probed, (QStringList{"free", "busy"}));
+        QVERIFY(!ProbePort("/no/such/port"));
+        QVERIFY(!ProbePort(QDir::tempPath()));
     }
 
-    void AProbeOfWhatIsNoPortFails()
+    void NamesOfCapturesHoldPortAndMillisecond()
     {
-        QTemporaryDir folder;
-        QVERIFY(!ProbePort(folder.filePath("missing")));
-        QVERIFY(!ProbePort(folder.path()));
+        const QDateTime time(QDate(2026, 1, 5), QTime(10, 15, 30, 123));
+        QCOMPARE(RawCaptureName("COM3", time), QStringLiteral("COM3_20260105101530123.bin"));
+        QCOMPARE(RawCaptureName("/dev/pts/4", time), QStringLiteral("4_20260105101530123.bin"));
     }
 };
 

@@ -22,36 +22,28 @@ class TestReplaySplit : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void ChunksRunFromGgaToGga_data()
-    {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<Chunks>("chunks");
-        QTest::newRow("empty") << QByteArray() << Chunks();
-        QTest::newRow("no GGA") << QByteArray("$GPRMC,1\r\n$GPVTG\r\n") << Chunks();
-        QTest::newRow("one at the beginning") << QByteArray("$GPGGA,1\r\n") << Chunks();
-        QTest::newRow("three") << QByteArray("$GPGGA,1\r\n$GPRMC\r\n$GPGGA,2\r\n$GNGGA,3\r\n")
-                               << Chunks{"$GPGGA,1\r\n$GPRMC\r\n", "$GPGGA,2\r\n"};
-        QTest::newRow("text before the first") << QByteArray("noise$GPGGA,1\r\n") << Chunks{"noise"};
-        QTest::newRow("capture cut in the talker")
-            << QByteArray("GPGGA,1\r\n$GPGGA,2\r\n") << Chunks{"GPGGA,1\r\n"};
-        QTest::newRow("capture cut before the type") << QByteArray("GGA,1\r\n$GPGGA,2\r\n") << Chunks{"GGA,1\r\n"};
-        QTest::newRow("ends in the type") << QByteArray("ab$GPGG") << Chunks();
-        QTest::newRow("binary and NUL stay in")
-            << QByteArray("\0\xff$GPGGA,1\0\r\n$GPGGA", 19)
-            << Chunks{QByteArray("\0\xff", 2), QByteArray("$GPGGA,1\0\r\n", 11)};
-        QTest::newRow("GGGA") << QByteArray("ab$GGGA,1$GPGGA") << Chunks{"a", "b$GGGA,1"};
-        QTest::newRow("one right behind the other") << QByteArray("$GPGGAGGAGGA") << Chunks{"$GP", "GGA"};
-    }
-
     void ChunksRunFromGgaToGga()
     {
-        QFETCH(QByteArray, file);
-        QFETCH(Chunks, chunks);
-        QBuffer buffer(&file);
-        QVERIFY(buffer.open(QIODevice::ReadOnly));
-        QCOMPARE(SplitCapture(buffer), chunks);
-        for (int blockSize = 1; blockSize <= file.size(); ++blockSize) {
-            QCOMPARE(SplitInBlocks(file, blockSize), chunks);
+        const QList<QPair<QByteArray, Chunks>> rows = {
+            {"", {}},
+            {"$GPRMC,1\r\n$GPVTG\r\n", {}},
+            {"$GPGGA,1\r\n", {}},
+            {"$GPGGA,1\r\n$GPRMC\r\n$GPGGA,2\r\n$GNGGA,3\r\n", {"$GPGGA,1\r\n$GPRMC\r\n", "$GPGGA,2\r\n"}},
+            {"noise$GPGGA,1\r\n", {"noise"}},
+            // The capture begins inside a sentence.
+            {"GPGGA,1\r\n$GPGGA,2\r\n", {"GPGGA,1\r\n"}},
+            {"GGA,1\r\n$GPGGA,2\r\n", {"GGA,1\r\n"}},
+            {"ab$GPGG", {}},
+            {QByteArray("\0\xff$GPGGA,1\0\r\n$GPGGA", 19), {{"\0\xff", 2}, {"$GPGGA,1\0\r\n", 11}}},
+            {"ab$GGGA,1$GPGGA", {"a", "b$GGGA,1"}},
+            {"$GPGGAGGAGGA", {"$GP", "GGA"}}};
+        for (auto row : rows) {
+            QBuffer buffer(&row.first);
+            QVERIFY(buffer.open(QIODevice::ReadOnly));
+            QCOMPARE(SplitCapture(buffer), row.second);
+            for (int blockSize = 1; blockSize <= row.first.size(); ++blockSize) {
+                QCOMPARE(SplitInBlocks(row.first, blockSize), row.second);
+            }
         }
     }
 
@@ -65,24 +57,6 @@ private Q_SLOTS:
             QVERIFY(blockSize == 12000 || chunks.size() >= 10);
             QCOMPARE(chunks.join(), noise + "$GPGGA,1\r\n" + noise);
         }
-    }
-
-    void SpeedsGiveWholeMilliseconds_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("interval");
-        QTest::newRow("0.25") << "0.25" << 4000;
-        QTest::newRow("1") << "1" << 1000;
-        QTest::newRow("8") << "8" << 125;
-        QTest::newRow("16") << "16" << 62;
-        QTest::newRow("fastest") << "最大速度" << 16;
-    }
-
-    void SpeedsGiveWholeMilliseconds()
-    {
-        QFETCH(QString, text);
-        QFETCH(int, interval);
-        QCOMPARE(ReplayIntervalMs(ReplaySpeedValue(text, "最大速度")), interval);
     }
 };
 

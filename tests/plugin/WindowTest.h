@@ -2,6 +2,8 @@
 
 #include "BoxAnswerer.h"
 #include "FakeCodec.h"
+#include "Files.h"
+#include "Pty.h"
 
 #include "main/GnssWindow.h"
 #include "main/ProcessState.h"
@@ -14,9 +16,9 @@
 #include <QPushButton>
 #include <QTextEdit>
 #include <QTreeWidget>
-#include <QTreeWidgetItemIterator>
 #include <QtTest>
 
+#include <algorithm>
 #include <memory>
 
 /// A window over the fake codec or the test's own one, in a current and an application directory of the test's
@@ -29,16 +31,24 @@ public:
                         Codec codec = Codec::Fake)
         : m_codec(codec)
     {
-        CleanFolders();
+        const auto filter = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+        for (const QFileInfo& entry : QDir().entryInfoList(filter)) {
+            entry.isDir() ? QDir(entry.filePath()).removeRecursively() : QFile::remove(entry.filePath());
+        }
+        QDir(captures).removeRecursively();
         if (m_codec == Codec::Fake) {
             FakeCodec::Install();
         }
-        InstallDecoder();
-        InstallTree();
-        WriteLanguage(language);
+        // A library without the entry points: the window would tell in a box that there is none.
+        WriteFile(decoder, Content(QStringLiteral(FAKE_CODEC_DIR "/fake_codec_Nothing.so")));
+        for (const char* name : {"/GnssTree.xml", "/GnssTree_en.xml"}) {
+            WriteFile(trees + name, Content(QStringLiteral(GNSS_SOURCE_DIR "/host/config") + name));
+        }
+        WriteFile("Source-Datas/bin/config/language.ini",
+                  "[LanguageSetting]\nLanguage=" + QByteArray::number(language) + "\n");
         HostSupportConfig::SetProduct(product);
         qputenv("GNSS_SERIAL_PORTS", ports.toLocal8Bit());
-        window = std::make_unique<GnssWindow>(QStringLiteral("Gnss"), 0, nullptr);
+        Reopen();
     }
     ~WindowTest()
     {
@@ -46,51 +56,19 @@ public:
         if (m_codec == Codec::Fake) {
             FakeCodec::Remove();
         }
-        QFile::remove(DecoderPath());
+        QFile::remove(decoder);
         HostSupportConfig::SetProduct(0);
     }
     WindowTest(const WindowTest&) = delete;
     WindowTest& operator=(const WindowTest&) = delete;
 
-    static void CleanFolders()
-    {
-        const QStringList entries = QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-        for (const QString& entry : entries) {
-            QFileInfo(entry).isDir() ? QDir(entry).removeRecursively() : QFile::remove(entry);
-        }
-        QDir(QCoreApplication::applicationDirPath() + "/GnssData").removeRecursively();
-    }
+    /// Another window in the place of this one, which goes after the new one has come.
+    void Reopen() { window = std::make_unique<GnssWindow>(QStringLiteral("Gnss"), 0, nullptr); }
 
-    static QString DecoderPath()
+    void OpenPort(const QString& port) const
     {
-        return QCoreApplication::applicationDirPath() + "/Source-Datas/bin/libpgnss_decoder.dll";
-    }
-
-    /// Puts a library without the entry points into the seed decoder's place: the window would tell in a box
-    /// that there is none.
-    static void InstallDecoder()
-    {
-        QDir().mkpath(QFileInfo(DecoderPath()).path());
-        QFile::copy(QStringLiteral(FAKE_CODEC_DIR "/fake_codec_Nothing.so"), DecoderPath());
-    }
-
-    static void InstallTree()
-    {
-        const QString folder = QCoreApplication::applicationDirPath() + "/Source-Datas/config/1";
-        QDir().mkpath(folder);
-        for (const char* name : {"/GnssTree.xml", "/GnssTree_en.xml"}) {
-            QFile::remove(folder + name);
-            QFile::copy(QStringLiteral(GNSS_SOURCE_DIR "/host/config") + name, folder + name);
-        }
-    }
-
-    static void WriteLanguage(int language)
-    {
-        QDir().mkpath("Source-Datas/bin/config");
-        QFile file("Source-Datas/bin/config/language.ini");
-        if (file.open(QIODevice::WriteOnly)) {
-            file.write("[LanguageSetting]\nLanguage=" + QByteArray::number(language) + "\n");
-        }
+        window->SlotChangePort(port);
+        window->SlotSwitchPort();
     }
 
     QMdiArea* Area() const { return qobject_cast<QMdiArea*>(window->centralWidget()); }
@@ -99,17 +77,14 @@ public:
     QStringList Views() const
     {
         QStringList names;
-        const QList<QMdiSubWindow*> subWindows = Area()->subWindowList(QMdiArea::CreationOrder);
-        for (const QMdiSubWindow* subWindow : subWindows) {
+        for (const QMdiSubWindow* subWindow : Area()->subWindowList(QMdiArea::CreationOrder)) {
             names.append(subWindow->widget()->metaObject()->className());
         }
         return names;
     }
-
     QMdiSubWindow* SubWindow(const char* className) const
     {
-        const QList<QMdiSubWindow*> subWindows = Area()->subWindowList();
-        for (QMdiSubWindow* subWindow : subWindows) {
+        for (QMdiSubWindow* subWindow : Area()->subWindowList()) {
             if (subWindow->widget() != nullptr && subWindow->widget()->inherits(className)) {
                 return subWindow;
             }
@@ -122,14 +97,12 @@ public:
         auto* tree = window->findChild<QTreeWidget*>();
         return tree->findItems(label, Qt::MatchExactly | Qt::MatchRecursive).value(0);
     }
-
     void Click(const QString& label) const { window->SlotCtrlPanelItemClicked(TreeItem(label), 0); }
 
     /// The tool-bar button with this tool tip.
     QPushButton* Button(const QString& toolTip) const
     {
-        const QList<QPushButton*> buttons = window->findChildren<QPushButton*>();
-        for (QPushButton* button : buttons) {
+        for (QPushButton* button : window->findChildren<QPushButton*>()) {
             if (button->toolTip() == toolTip) {
                 return button;
             }
@@ -141,30 +114,32 @@ public:
     QStringList Status() const
     {
         QStringList lines = window->findChild<QTextEdit*>()->toPlainText().split('\n', Qt::SkipEmptyParts);
-        lines.replaceInStrings(QRegularExpression("^\\[\\d\\d:\\d\\d:\\d\\d\\] "), QString());
-        return lines;
+        return lines.replaceInStrings(QRegularExpression("^\\[\\d\\d:\\d\\d:\\d\\d\\] "), QString());
     }
 
     /// Raw captures under the application directory, oldest first.
-    static QStringList RawCaptures()
+    QStringList RawCaptures() const
     {
-        QDir folder(QCoreApplication::applicationDirPath() + "/GnssData");
-        QStringList paths;
-        const QStringList names = folder.entryList(QDir::Files, QDir::Name);
-        for (const QString& name : names) {
-            paths.append(folder.filePath(name));
-        }
-        return paths;
+        QStringList names = QDir(captures).entryList(QDir::Files);
+        // By the time in the name: the port's number comes before it.
+        std::sort(names.begin(), names.end(), [](const QString& left, const QString& right) {
+            return left.mid(left.indexOf('_')) < right.mid(right.indexOf('_'));
+        });
+        return names.replaceInStrings(QRegularExpression("^"), captures);
     }
 
-    static QByteArray Content(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
+    const QString application = QCoreApplication::applicationDirPath();
+    const QString captures = application + "/GnssData/";
+    const QString decoder = application + "/Source-Datas/bin/libpgnss_decoder.dll";
+    const QString trees = application + "/Source-Datas/config/1";
     std::unique_ptr<GnssWindow> window;
 
 private:
     Codec m_codec;
+};
+
+/// A window with its port open on a pseudo-terminal.
+class LineTest : public Pty, public WindowTest {
+public:
+    explicit LineTest(int product = 0) : WindowTest(product, 2, path) { OpenPort(path); }
 };

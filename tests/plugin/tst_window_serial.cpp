@@ -1,11 +1,9 @@
 #include "FileDialogAnswerer.h"
 #include "LogCatcher.h"
-#include "Pty.h"
 #include "WindowTest.h"
 
 #include "widgets/MyButton.h"
 
-#include <QMenu>
 #include <QPlainTextEdit>
 #include <QSerialPort>
 
@@ -13,9 +11,10 @@
 
 namespace {
 
-QString FileName(const Pty& pty)
+/// The capture of a port.
+QString CaptureOf(const WindowTest& test, const Pty& pty)
 {
-    return pty.path.mid(pty.path.lastIndexOf('/') + 1);
+    return test.RawCaptures().filter("GnssData" + pty.path.mid(pty.path.lastIndexOf('/')) + '_').value(0);
 }
 
 } // namespace
@@ -24,164 +23,127 @@ class TestWindowSerial : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void WithNoPortAClickWarnsAndStartsNothing()
+    void APortThatIsMissingOrCannotBeOpenedWarns()
     {
-        WindowTest test;
-        if (!Global::currentPortName.isEmpty()) {
-            QSKIP("this machine has serial ports");
-        }
-        BoxAnswerer answerer;
-        test.window->SlotSwitchPort();
-        QCOMPARE(answerer.boxes, QStringList{"GNSS|当前无可用串口，请检查串口连接状态"});
-        QVERIFY(!Global::serialOpen);
-        QVERIFY(test.Status().isEmpty());
-    }
-
-    void APortThatCannotBeOpenedWarns()
-    {
-        WindowTest test(0, 2, "/no/such/port");
-        BoxAnswerer answerer;
+        const WindowTest test(0, 2, "/no/such/port");
+        const BoxAnswerer answerer;
         const LogCatcher log;
-        test.window->SlotChangePort("/no/such/port");
+        Global::currentPortName.clear();
         test.window->SlotSwitchPort();
-        QCOMPARE(answerer.boxes, QStringList{"GNSS|/no/such/port open failed, please check com is busy or exist"});
+        test.OpenPort("/no/such/port");
+        QCOMPARE(answerer.boxes,
+                 (QStringList{"GNSS|当前无可用串口，请检查串口连接状态",
+                              "GNSS|/no/such/port open failed, please check com is busy or exist"}));
         QVERIFY(!Global::serialOpen);
         // The poll runs on over a closed port, quietly.
         QTest::qWait(50);
         QVERIFY(log.Lines().filter("not open").isEmpty());
         QVERIFY(test.RawCaptures().isEmpty());
+        QVERIFY(test.Status().isEmpty());
     }
 
     void BytesGoToFileCodecAndHexView()
     {
-        Pty pty;
-        WindowTest test(0, 2, pty.path);
+        const LineTest test;
         test.Click("十六进制视图");
-        test.window->SlotChangePort(pty.path);
-        test.window->SlotSwitchPort();
         QVERIFY(Global::serialOpen);
-        QCOMPARE(test.Status(), QStringList{"打开串口 " + pty.path});
+        QCOMPARE(test.Status(), QStringList{"打开串口 " + test.path});
         QCOMPARE(test.RawCaptures().size(), 1);
-        QVERIFY(test.RawCaptures().first().contains('/' + FileName(pty) + '_'));
 
         const QByteArray bytes = QByteArray::fromHex("24470d0a00ff7e04efbbbf");
-        pty.Write(bytes);
-        QTRY_COMPARE(test.Content(test.RawCaptures().first()), bytes);
+        test.Write(bytes);
+        QTRY_COMPARE(Content(CaptureOf(test, test)), bytes);
         QCOMPARE(FakeCodec::Calls().last(), QStringLiteral("GnssDecode 11"));
         QCOMPARE(test.SubWindow("HexViewWin")->findChild<QPlainTextEdit*>()->toPlainText(),
                  QStringLiteral("24 47 0d 0a 00 ff 7e 04 ef bb bf                | $G....~...."));
 
         test.window->SlotSwitchPort();
         QVERIFY(!Global::serialOpen);
-        QCOMPARE(test.Status().last(), "关闭串口 " + pty.path);
-        pty.Write("lost");
+        QCOMPARE(test.Status().last(), "关闭串口 " + test.path);
+        test.Write("lost");
         QTest::qWait(40);
-        QCOMPARE(test.Content(test.RawCaptures().first()), bytes);
+        QCOMPARE(Content(CaptureOf(test, test)), bytes);
     }
 
     void SendingGoesToThePortOrWarns()
     {
-        Pty pty;
-        WindowTest test(0, 2, pty.path);
+        const LineTest test;
+        const BoxAnswerer answerer;
         uint8_t frame[] = {0x7e, 0x04, 0x00, 0x7e};
-        {
-            BoxAnswerer answerer;
-            test.window->SlotSendPackets(frame, 4);
-            test.window->SlotSendHexData("x");
-            QCOMPARE(answerer.boxes, (QStringList{"GNSS|Please open port before send packet!",
-                                                  "GNSS|Please open port before send packet!"}));
-            // What the codec sends and the wake-up never warn.
-            FakeCodec::Emit(501, "dropped");
-            FakeCodec::Emit(500, nullptr, 0);
-            QTest::qWait(20);
-            QCOMPARE(answerer.boxes.size(), 2);
-        }
-        test.window->SlotChangePort(pty.path);
-        test.window->SlotSwitchPort();
-        BoxAnswerer answerer;
         test.window->SlotSendPackets(frame, 0);
         test.window->SlotSendPackets(frame, -1);
         test.window->SlotSendPackets(frame, 4);
         FakeCodec::Emit(501, "codec");
         test.window->SlotSendHexData("hex");
-        QCOMPARE(pty.Read(12), QByteArray("\x7e\x04\0\x7e", 4) + "codechex");
+        QCOMPARE(test.Read(12), QByteArray("\x7e\x04\0\x7e", 4) + "codechex");
         QVERIFY(answerer.boxes.isEmpty());
+        test.window->SlotSwitchPort();
+        test.window->SlotSendPackets(frame, 4);
+        test.window->SlotSendHexData("x");
+        // What the codec sends and the wake-up never warn.
+        FakeCodec::Emit(501, "dropped");
+        FakeCodec::Emit(500, nullptr, 0);
+        QTest::qWait(20);
+        const QString warning = "GNSS|Please open port before send packet!";
+        QCOMPARE(answerer.boxes, (QStringList{warning, warning}));
     }
 
     void TheWakeUpGoesAtItsRateAndTheLinkComesBack()
     {
-        Pty pty;
-        WindowTest test(0, 2, pty.path);
-        test.window->SlotChangePort(pty.path);
+        LineTest test;
         test.window->SlotChangeBaudRate("9600");
-        test.window->SlotSwitchPort();
         const LogCatcher log;
         FakeCodec::Emit(500, nullptr, 0);
-        QCOMPARE(pty.Read(1), QByteArray(1, '\0'));
-        QVERIFY(log.Lines().contains("GnssCbType::CB_SLEEP_WAKEUP"));
-        const QStringList sent =
-            log.Lines().filter(QRegularExpression("^send 0x00 time:\\d\\d:\\d\\d:\\d\\d\\.\\d{3}$"));
-        QCOMPARE(sent.size(), 1);
+        QCOMPARE(test.Read(1), QByteArray(1, '\0'));
+        QCOMPARE(log.Lines().value(0), QStringLiteral("GnssCbType::CB_SLEEP_WAKEUP"));
+        QVERIFY(
+            log.Lines().value(1).contains(QRegularExpression("^send 0x00 time:\\d\\d:\\d\\d:\\d\\d\\.\\d{3}$")));
         // The far end shares the line's settings.
-        const int line = ::open(pty.path.toLatin1().constData(), O_RDWR | O_NOCTTY);
+        const int line = ::open(qPrintable(test.path), O_RDWR | O_NOCTTY);
         termios settings = {};
         QCOMPARE(tcgetattr(line, &settings), 0);
         ::close(line);
         QCOMPARE(cfgetospeed(&settings), static_cast<speed_t>(B9600));
+        // The next window begins at its own.
+        test.Reopen();
+        QCOMPARE(Global::currentBaudRate, 115200U);
     }
 
-    void ChangingThePortWhileOpenStartsANewCapture()
+    void ThePortMenuGreysForeignPortsAndChangesTheOpenOne()
     {
-        Pty first;
-        Pty second;
-        WindowTest test(0, 2, first.path + ':' + second.path);
-        test.window->SlotChangePort(first.path);
-        test.window->SlotSwitchPort();
-        test.window->SlotChangePort(first.path);
+        const LineTest test;
+        const Pty foreign;
+        const Pty second;
+        QSerialPort other;
+        other.setPortName(foreign.path);
+        QVERIFY(other.open(QIODevice::ReadWrite));
+        qputenv("GNSS_SERIAL_PORTS", (test.path + ':' + foreign.path + ':' + second.path).toLocal8Bit());
+        test.window->SlotUpdatePortInfo();
+        // The scan has not disturbed the live link.
+        test.Write("alive");
+        QTRY_COMPARE(Content(CaptureOf(test, test)), QByteArray("alive"));
+        int met = 0;
+        for (QAction* action : qobject_cast<MyButton*>(test.Button("选择串口号"))->menu()->actions()) {
+            const QString text = action->text();
+            QCOMPARE(action->isChecked(), text == test.path);
+            QVERIFY(action->isEnabled() == (text != foreign.path) || text.startsWith("tty"));
+            met += text == test.path || text == foreign.path || text == second.path ? 1 : 0;
+        }
+        QCOMPARE(met, 3);
+        test.window->SlotChangePort(test.path);
         QCOMPARE(test.RawCaptures().size(), 1);
         test.window->SlotChangePort(second.path);
         QCOMPARE(test.Status().last(), "串口切换至 " + second.path);
         second.Write("two");
-        const QString pattern = '/' + FileName(second) + '_';
-        QTRY_COMPARE(test.Content(test.RawCaptures().filter(pattern).value(0)), QByteArray("two"));
+        QTRY_COMPARE(Content(CaptureOf(test, second)), QByteArray("two"));
         QCOMPARE(test.RawCaptures().size(), 2);
-    }
-
-    void ThePortMenuGreysForeignPortsOnly()
-    {
-        Pty own;
-        Pty foreign;
-        WindowTest test(0, 2, own.path + ':' + foreign.path);
-        QSerialPort other;
-        other.setPortName(foreign.path);
-        QVERIFY(other.open(QIODevice::ReadWrite));
-        test.window->SlotChangePort(own.path);
-        test.window->SlotSwitchPort();
-        test.window->SlotUpdatePortInfo();
-        auto* button = qobject_cast<MyButton*>(test.Button("选择串口号"));
-        QVERIFY(button != nullptr);
-        const QList<QAction*> actions = button->menu()->actions();
-        QStringList enabled;
-        QStringList disabled;
-        for (const QAction* action : actions) {
-            (action->isEnabled() ? enabled : disabled).append(action->text());
-            QCOMPARE(action->isChecked(), action->text() == own.path);
-        }
-        QVERIFY(enabled.contains(own.path));
-        QVERIFY(disabled.contains(foreign.path));
-        // The scan has not disturbed the live link.
-        own.Write("alive");
-        QTRY_COMPARE(test.Content(test.RawCaptures().first()), QByteArray("alive"));
     }
 
     void APulledCableNeitherCrashesNorSpins()
     {
-        auto pty = std::make_unique<Pty>();
-        WindowTest test(0, 2, pty->path);
-        test.window->SlotChangePort(pty->path);
-        test.window->SlotSwitchPort();
-        pty->Write("last words");
-        pty->Unplug();
+        LineTest test;
+        test.Write("last words");
+        test.Unplug();
         QTest::qWait(50);
         const std::clock_t before = std::clock();
         QTest::qWait(500);
@@ -194,102 +156,59 @@ private Q_SLOTS:
         test.window->SlotSwitchPort();
         QVERIFY(!Global::serialOpen);
         // The same window opens another line.
-        Pty again;
-        test.window->SlotChangePort(again.path);
-        test.window->SlotSwitchPort();
+        const Pty again;
+        test.OpenPort(again.path);
         again.Write("back");
-        QTRY_COMPARE(test.Content(test.RawCaptures().filter('/' + FileName(again) + '_').last()),
-                     QByteArray("back"));
+        QTRY_VERIFY(test.RawCaptures().size() == 2 && Content(test.RawCaptures().last()) == "back");
     }
 
     void AnUnwritableCaptureDirectoryLosesOnlyTheFile()
     {
-        Pty pty;
-        WindowTest test(0, 2, pty.path);
-        QFile blocker(QCoreApplication::applicationDirPath() + "/GnssData");
-        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        const Pty pty;
+        const WindowTest test(0, 2, pty.path);
+        WriteFile(test.application + "/GnssData", "");
         const LogCatcher log;
-        test.window->SlotChangePort(pty.path);
-        test.window->SlotSwitchPort();
-        QVERIFY(log.Lines().contains("Create GnssData file failed!"));
+        test.OpenPort(pty.path);
         pty.Write("abc");
         QTRY_COMPARE(FakeCodec::Calls().last(), QStringLiteral("GnssDecode 3"));
-        blocker.remove();
+        QCOMPARE(log.Lines().count("Create GnssData file failed!"), 1);
+        QFile::remove(test.application + "/GnssData");
     }
 
     void AChosenFolderTakesTheNextCaptures()
     {
-        Pty pty;
-        WindowTest test(0, 2, pty.path);
+        const Pty pty;
+        const WindowTest test(0, 2, pty.path);
         QVERIFY(QDir().mkpath("chosen"));
-        const QDir chosen("chosen");
-        test.window->SlotChangePort(pty.path);
-        {
-            // Chosen while the port is closed: nothing is made yet.
-            const FileDialogAnswerer answerer({chosen.absolutePath()});
+        const auto choose = [&test](const QStringList& folder) {
+            const FileDialogAnswerer answerer(folder);
             test.window->SlotSaveBtnClicked();
             QCOMPARE(answerer.title, QStringLiteral("Selecting a path for saving serial port data."));
-        }
-        QVERIFY(chosen.entryList(QDir::Files).isEmpty());
-        test.window->SlotSwitchPort();
-        QCOMPARE(chosen.entryList(QDir::Files).size(), 1);
-        QVERIFY(!QDir(QCoreApplication::applicationDirPath() + "/GnssData").exists());
+        };
+        const auto captures = [] { return QDir("chosen").entryInfoList(QDir::Files, QDir::Name); };
+        // Nothing is made while the port is closed, another capture begins at once while it is open, and a
+        // cancelled choice is the default folder from the next opening on.
+        choose({QDir::current().filePath("chosen")});
+        QVERIFY(captures().isEmpty());
+        test.OpenPort(pty.path);
+        QCOMPARE(captures().size(), 1);
         pty.Write("first");
-        QTRY_COMPARE(test.Content(chosen.filePath(chosen.entryList(QDir::Files).first())), QByteArray("first"));
-        {
-            // Chosen while it is open: another capture begins at once.
-            const FileDialogAnswerer answerer({chosen.absolutePath()});
-            test.window->SlotSaveBtnClicked();
-        }
-        QCOMPARE(chosen.entryList(QDir::Files).size(), 2);
-        {
-            // Cancelled: the present capture runs on, the next opening is in the default folder again.
-            const FileDialogAnswerer answerer({});
-            test.window->SlotSaveBtnClicked();
-        }
-        QCOMPARE(chosen.entryList(QDir::Files).size(), 2);
-        QVERIFY(test.RawCaptures().isEmpty());
+        QTRY_COMPARE(Content(captures().value(0).filePath()), QByteArray("first"));
+        choose({QDir::current().filePath("chosen")});
+        choose({});
+        QVERIFY(!QDir(test.captures).exists());
         test.window->SlotSwitchPort();
         test.window->SlotSwitchPort();
-        QCOMPARE(chosen.entryList(QDir::Files).size(), 2);
+        QCOMPARE(captures().size(), 2);
         QCOMPARE(test.RawCaptures().size(), 1);
     }
 
-    void TheWindowMayGoWhileABoxOrADialogIsOpen()
-    {
-        WindowTest test(0, 2, "/no/such/port");
-        QTimer timer;
-        connect(&timer, &QTimer::timeout, [&test] {
-            if (QApplication::activeModalWidget() != nullptr) {
-                test.window.reset();
-            }
-        });
-        timer.start(5);
-        GnssWindow* window = test.window.get();
-        window->SlotSaveBtnClicked();
-        QVERIFY(test.window == nullptr);
-
-        test.window = std::make_unique<GnssWindow>("Gnss", 0, nullptr);
-        test.window->SlotChangePort("/no/such/port");
-        test.Button("选择串口号")->findChild<QPushButton*>()->click();
-        QVERIFY(test.window == nullptr);
-
-        uint8_t byte = 1;
-        test.window = std::make_unique<GnssWindow>("Gnss", 0, nullptr);
-        window = test.window.get();
-        window->SlotSendPackets(&byte, 1);
-        QVERIFY(test.window == nullptr);
-    }
-
-    void ASecondWindowStartsFromTheDefaults()
+    void TheWindowMayGoWhileADialogIsOpen()
     {
         WindowTest test;
-        test.window->SlotChangeBaudRate("9600");
-        test.window = std::make_unique<GnssWindow>("Gnss", 0, nullptr);
-        QCOMPARE(Global::currentBaudRate, 115200U);
-        auto* button = qobject_cast<MyButton*>(test.Button("选择波特率"));
-        QVERIFY(button != nullptr);
-        QCOMPARE(button->Inner()->text(), QStringLiteral("115200"));
+        const FileDialogAnswerer dialog({}, [&test] { test.window.reset(); });
+        test.window->SlotSaveBtnClicked();
+        QVERIFY(test.window == nullptr);
     }
 };
 

@@ -25,18 +25,30 @@ public:
         m_timer.start(2);
     }
 
-    /// Answers every message but the terminating one in this way.
-    void AnswerWith(const QByteArray& answer)
+    void Say(const QByteArray& bytes)
     {
-        onMessage = [this, answer](const QByteArray& message) {
-            if (!message.startsWith("QUIT ")) {
-                pty.Write(answer);
+        pty.Write(bytes);
+        said += bytes.size();
+    }
+
+    /// Answers every message but the terminating one in this way, and carries `action` out when the message comes.
+    void AnswerWith(const QByteArray& answer, const QByteArray& when = QByteArray(),
+                    const std::function<void()>& action = {})
+    {
+        onMessage = [=](const QByteArray& message) {
+            if (!message.startsWith("QUIT ") && !answer.isEmpty()) {
+                Say(answer);
+            }
+            if (action && message == when) {
+                // Not inside the timer's own turn, which a nested wait of the windows needs.
+                QTimer::singleShot(0, action);
             }
         };
     }
 
     Pty pty;
     QList<QByteArray> messages;
+    int said = 0; ///< bytes
     std::function<void(const QByteArray& message)> onMessage;
 
 private:

@@ -1,74 +1,51 @@
 #include "production/EpochSignals.h"
 #include "production/EpochStore.h"
-#include "production/NmeaScan.h"
 #include "production/UnitJudge.h"
 
 #include <QtTest>
 
 #include <algorithm>
-#include <cstring>
+#include <iterator>
 #include <random>
 
 namespace {
 
-enum Place { Gps, Bds, Glo, Gal, Qzs };
+using Sentences = QByteArrayList;
 
-EpochStore Gsv(std::initializer_list<const char*> sentences)
+void Take(EpochStore& store, const std::string& sentence)
 {
-    EpochStore store;
-    for (const char* sentence : sentences) {
+    const SentenceKind kind = KindOf(sentence);
+    if (kind == SentenceKind::Gsv) {
         TakeGsv(store, sentence);
+    } else if (kind == SentenceKind::Gsa) {
+        TakeGsa(store, sentence);
+    } else if (kind == SentenceKind::Gga) {
+        TakeGga(store, sentence);
     }
-    return store;
 }
 
-EpochStore Gsa(const char* sentence)
+/// What a store holds: "G:" and number/elevation/azimuth/CN0/signal of the satellites of a list, "G=" and mode,
+/// type and numbers of those used.
+QString Told(const EpochStore& store)
 {
-    EpochStore store;
-    TakeGsa(store, sentence);
-    return store;
-}
-
-/// The scan as it is told: byte by byte.
-QList<QByteArray> ScanByByte(const QByteArray& bytes)
-{
-    QList<QByteArray> sentences;
-    QByteArray buffer;
-    for (const char c : bytes) {
-        if (buffer.isEmpty() && c != '$') {
-            continue;
+    QStringList words;
+    for (std::size_t i = 0; i < kConstellations; ++i) {
+        const GsvBlock& list = store.gsv[i];
+        const GsaBlock& used = store.gsa[i];
+        const QChar letter(kConstellationLetters[i]);
+        if (list.valid) {
+            words << letter + QString(':');
         }
-        if (c == '$') {
-            buffer = "$";
-            continue;
+        std::for_each(list.entry, list.entry + list.entries, [&words](const GsvEntry& e) {
+            words << QString::asprintf("%d/%d/%d/%d/%d", e.number, e.elevation, e.azimuth, e.cn0, e.signalId);
+        });
+        if (used.valid) {
+            words << letter + QString("=%1%2").arg(used.mode).arg(used.fixType);
         }
-        buffer += c;
-        if (buffer.size() <= 9) {
-            continue;
-        }
-        if (buffer.size() > 127) {
-            buffer.clear();
-        } else if (buffer.endsWith("\r\n")) {
-            sentences.append(buffer);
-            buffer.clear();
-        }
+        std::transform(used.satellites, used.satellites + used.count, std::back_inserter(words),
+                       [](int number) { return QString::number(number); });
     }
-    return sentences;
-}
-
-QList<QByteArray> ScanInPieces(const QByteArray& bytes, int piece)
-{
-    QList<QByteArray> sentences;
-    NmeaBuff buff = {};
-    for (int at = 0; at < bytes.size(); at += piece) {
-        const char* position = bytes.constData() + at;
-        const char* const end = position + std::min(piece, bytes.size() - at);
-        NmeaSentence sentence;
-        while (NextNmeaSentence(buff, position, end, EndsInLine, sentence)) {
-            sentences.append(QByteArray(sentence.text, static_cast<int>(sentence.length)));
-        }
-    }
-    return sentences;
+    return words.join(' ');
 }
 
 } // namespace
@@ -77,200 +54,120 @@ class TestEpoch : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void TheScanFindsWhatItsTableSays()
+    void FieldsHaveTheirPlaces_data()
     {
-        std::mt19937 random(11);
-        const char letters[] = "$\r\nGA,*0\0x";
-        QByteArray bytes;
-        for (int i = 0; i < 60000; ++i) {
-            bytes += letters[random() % (sizeof letters - 1)];
-            if (random() % 20 == 0) {
-                bytes += QByteArray(static_cast<int>(random() % 130), 'y') + "\r\n";
-            }
-        }
-        for (const int length : {8, 9, 10, 125, 126, 127, 128}) {
-            bytes += '$' + QByteArray(length - 3, 'z') + "\r\n";
-        }
-        const QList<QByteArray> expected = ScanByByte(bytes);
-        QVERIFY(expected.size() > 1000);
-        for (const int piece : {1, 2, 7, 100, 60000}) {
-            QCOMPARE(ScanInPieces(bytes, piece), expected);
-        }
+        QTest::addColumn<Sentences>("sentences");
+        QTest::addColumn<QString>("told");
+        const auto row = [](const char* name, const Sentences& sentences, const QString& told) {
+            QTest::newRow(name) << sentences << told;
+        };
+        row("an empty field keeps its place",
+            {"$GPGSV,2,1,07,01,56,104,42,15,,196,32,16,06,105,30,18,15,319,37,1*6C\r\n"},
+            "G: 1/56/104/42/1 15/0/196/32/1 16/6/105/30/1 18/15/319/37/1");
+        row("one satellite", {"$GAGSV,1,1,01,08,12,240,35,7*76\r\n"}, "E: 8/12/240/35/7");
+        row("no signal id", {"$GPGSV,1,1,01,08,12,240,35*7A\r\n"}, "G: 8/12/240/35/0");
+        row("an empty signal id", {"$GPGSV,1,1,01,08,12,240,35,*76\r\n"}, "G: 8/12/240/35/250");
+        row("no satellite", {"$GPGSV,1,1,00,1*64\r\n"}, "G:");
+        row("GLONASS", {"$GLGSV,1,1,02,65,12,240,35,,,,,1*76\r\n"}, "R: 1/12/240/35/1 0/0/0/0/1");
+        const QByteArray first = "$GPGSV,3,1,9,1,0,0,41,2,0,0,42,3,0,0,43,4,0,0,44,1*00";
+        const QByteArray second = "$GPGSV,3,2,9,5,0,0,45,6,0,0,46,7,0,0,47,8,0,0,48,1*00";
+        const char* four = "G: 1/0/0/41/1 2/0/0/42/1 3/0/0/43/1 4/0/0/44/1";
+        const QByteArray nine = QByteArray(four) + " 5/0/0/45/1 6/0/0/46/1 7/0/0/47/1 8/0/0/48/1 9/0/0/49/1";
+        row("a group", {first, second, "$GPGSV,3,3,9,9,0,0,49,1*00"}, nine);
+        row("a message is missing", {first, "$GPGSV,3,3,9,9,0,0,49,1*00"}, "G: 9/0/0/49/1");
+        row("another total", {first, second, "$GPGSV,3,3,10,9,0,0,49,1*00"}, "G: 9/0/0/49/1");
+        row("the same again", {first, first}, four);
+        row("talkers",
+            {"$GBGSV,1,1,1,7*00", "$BDGSV,1,1,1,8*00", "$GNGSV,1,1,1,7*00", "$G@GSV,1,1,1,7*00",
+             "$G\xC1GSV,1,1,1,7*00", "$GRGSV,1,1,1,7*00", "$GQGSV,1,1,1,7*00"},
+            "C: J:");
+        row("by talker", {"$GPGSA,A,3,01,16,,18,,,,,,,,,0.70,0.41,0.57*01\r\n"}, "G=A3 1 16 18");
+        row("GLONASS used", {"$GLGSA,A,3,66,,,,,,,,,,,,0.70,0.41,0.57*08\r\n"}, "R=A3 2");
+        row("by system id", {"$GNGSA,A,3,19,21,,,,,,,,,,,0.70,0.41,0.57,4*0F\r\n"}, "C=A3 19 21");
+        row("over the talker", {"$GPGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57,5*01\r\n"}, "J=A3 1");
+        row("unknown",
+            {"$GNGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57*01", "$GPGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57,6*01",
+             "$GPGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57,*01"},
+            "");
     }
 
-    void TalkersHaveTheirConstellation()
+    void FieldsHaveTheirPlaces()
     {
-        const QByteArray table = "ECNNNNNNNNNRNNNGJ";
-        for (int c = 0; c < 256; ++c) {
-            const char sentence[] = {'$', 'G', static_cast<char>(c), 0};
-            const int index = static_cast<signed char>(c) - 'A';
-            QCOMPARE(TalkerLetter(sentence), index >= 0 && index < table.size() ? table.at(index) : 'N');
+        QFETCH(Sentences, sentences);
+        QFETCH(QString, told);
+        EpochStore store;
+        for (const QByteArray& sentence : qAsConst(sentences)) {
+            Take(store, sentence.toStdString());
         }
-        QCOMPARE(TalkerLetter("$G"), 'N');
+        QCOMPARE(Told(store), told);
     }
 
-    void GsvFieldsHaveTheirPlaces()
+    void GgaTakesNumbersOnly()
     {
-        const GsvBlock four =
-            Gsv({"$GPGSV,2,1,07,01,56,104,42,15,,196,32,16,06,105,30,18,15,319,37,1*6C\r\n"}).gsv[Gps];
-        QVERIFY(four.valid);
-        QCOMPARE(int(four.entries), 4);
-        QCOMPARE(int(four.totalMessages), 2);
-        QCOMPARE(int(four.totalSatellites), 7);
-        QCOMPARE(int(four.entry[1].elevation), 0);
-        QCOMPARE(int(four.entry[1].azimuth), 196);
-        QCOMPARE(int(four.entry[1].cn0), 32);
-        QVERIFY(std::all_of(four.entry, four.entry + 4, [](const GsvEntry& e) { return e.signalId == 1; }));
-
-        const GsvBlock one = Gsv({"$GAGSV,1,1,01,08,12,240,35,7*76\r\n"}).gsv[Gal];
-        QCOMPARE(int(one.entries), 1);
-        QCOMPARE(int(one.entry[0].signalId), 7);
-
-        // Without a signal id the checksum follows the last C/N0.
-        const GsvBlock old = Gsv({"$GPGSV,1,1,01,08,12,240,35*7A\r\n"}).gsv[Gps];
-        QCOMPARE(int(old.entry[0].cn0), 35);
-        QCOMPARE(int(old.entry[0].signalId), 0);
-
-        QCOMPARE(int(Gsv({"$GPGSV,1,1,00,1*64\r\n"}).gsv[Gps].entries), 0);
-        QVERIFY(Gsv({"$GPGSV,1,1,00,1*64\r\n"}).gsv[Gps].valid);
-        QCOMPARE(int(Gsv({"$GPGSV,1,1,01,08,12,240,35,*76\r\n"}).gsv[Gps].entry[0].signalId), 250);
-        for (const GsvBlock& block : Gsv({"$GNGSV,1,1,01,08,12,240,35,7*76\r\n"}).gsv) {
-            QVERIFY(!block.valid);
-        }
-    }
-
-    void GlonassNumbersBeginAtOne()
-    {
-        const GsvBlock block = Gsv({"$GLGSV,1,1,02,65,12,240,35,,,,,1*76\r\n"}).gsv[Glo];
-        QCOMPARE(int(block.entry[0].number), 1);
-        QCOMPARE(int(block.entries), 2);
-        QCOMPARE(int(block.entry[1].number), 0); // an empty field has nothing to take off
-        QCOMPARE(int(Gsa("$GLGSA,A,3,66,,,,,,,,,,,,0.70,0.41,0.57*08\r\n").gsa[Glo].satellites[0]), 2);
-    }
-
-    void GroupsGrowOnlyInOrder()
-    {
-        const char* first = "$GPGSV,3,1,09,01,10,100,41,02,10,100,42,03,10,100,43,04,10,100,44,1*00";
-        const char* second = "$GPGSV,3,2,09,05,10,100,45,06,10,100,46,07,10,100,47,08,10,100,48,1*00";
-        const char* third = "$GPGSV,3,3,09,09,10,100,49,1*00";
-        QCOMPARE(int(Gsv({first, second, third}).gsv[Gps].entries), 9);
-        QCOMPARE(int(Gsv({first, third}).gsv[Gps].entries), 1); // a message is missing: the earlier ones go
-        QCOMPARE(int(Gsv({first, second, "$GPGSV,3,3,10,09,10,100,49,1*00"}).gsv[Gps].entries), 1);
-        QCOMPARE(int(Gsv({first, first}).gsv[Gps].entries), 4);
+        EpochStore store;
+        Take(store, "$GNGGA,120001.900,4723.86210,S,00832.73504,W,2,40,0.41,-8.84,M,0.0,M,,*7B\r\n");
+        QVERIFY(store.gga.utc == 120001.9 && store.gga.latitude == 4723.86210 && store.gga.northSouth == 'S');
+        QVERIFY(store.gga.eastWest == 'W' && store.gga.quality == 2 && store.gga.altitude == -8.84F);
+        Take(store, "$GNGGA,inf,,,,,0x1,,,nan*7B\r\n");
+        QVERIFY(store.gga.utc == 0.0 && store.gga.quality == 0);
     }
 
     void TheRoomForSatellitesIsNeverLeft()
     {
-        EpochStore store;
-        for (int number = 1; number <= 256; ++number) {
-            const QByteArray sentence = "$GPGSV,255," + QByteArray::number(number) +
-                                        ",60,01,10,100,41,02,10,100,42,03,10,100,43,04,10,100,44,1*00";
-            TakeGsv(store, sentence.toStdString());
-            QVERIFY(store.gsv[Gps].entries <= kMostGsvEntries);
-        }
         bool anyBlock = false;
-        EpochStore sixty;
-        for (int number = 1; number <= 15; ++number) {
-            const QByteArray sentence = "$GPGSV,15," + QByteArray::number(number) +
-                                        ",60,11,10,100,41,12,10,100,42,13,10,100,43,14,10,100,44,1*00";
-            TakeGsv(sixty, sentence.toStdString());
+        for (const int messages : {15, 255}) {
+            EpochStore store;
+            for (int number = 1; number <= messages; ++number) {
+                Take(store, QString("$GPGSV,%1,%2,60,1,0,0,41,2,0,0,42,3,0,0,43,4,0,0,44,1*00")
+                                .arg(messages)
+                                .arg(number)
+                                .toStdString());
+            }
+            QCOMPARE(SatellitesOf(store, anyBlock).size(), kMostGsvEntries);
         }
-        QCOMPARE(SatellitesOf(sixty, anyBlock).size(), kMostGsvEntries);
-        TakeGsa(sixty, "$GPGSA,A,3,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22");
-        QCOMPARE(std::size_t{sixty.gsa[Gps].count}, kMostGsaSatellites);
-    }
-
-    void GsaGoesByItsSystemId()
-    {
-        QVERIFY(Gsa("$GNGSA,A,3,19,21,,,,,,,,,,,0.70,0.41,0.57,4*0F\r\n").gsa[Bds].valid == true);
-        const GsaBlock gps = Gsa("$GPGSA,A,3,01,16,,18,,,,,,,,,0.70,0.41,0.57*01\r\n").gsa[Gps];
-        QCOMPARE(int(gps.count), 3);
-        QCOMPARE(int(gps.satellites[2]), 18);
-        QCOMPARE(gps.mode, 'A');
-        QCOMPARE(int(gps.fixType), 3);
-        QCOMPARE(gps.vdop, 0.57F);
-        QVERIFY(Gsa("$GPGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57,5*01\r\n").gsa[Qzs].valid);
-        for (const char* dropped :
-             {"$GNGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57*01\r\n", "$GPGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57,6*01\r\n",
-              "$GPGSA,A,3,01,,,,,,,,,,,,0.70,0.41,0.57,*01\r\n"}) {
-            const EpochStore store = Gsa(dropped);
-            QVERIFY(
-                std::none_of(store.gsa, store.gsa + kConstellations, [](const GsaBlock& b) { return b.valid; }));
-        }
-    }
-
-    void GgaIsReadWhateverTheLocale()
-    {
+        std::mt19937 random(5);
+        const char letters[] = "0123456789,,,,,,*.-+ABGLPQNRE$\r\n\0 ";
         EpochStore store;
-        TakeGga(store, "$GNGGA,120001.900,4723.86210,S,00832.73504,W,2,40,0.41,-8.84,M,0.0,M,,*7B\r\n");
-        QCOMPARE(store.gga.utc, 120001.9);
-        QCOMPARE(store.gga.latitude, 4723.86210);
-        QCOMPARE(store.gga.northSouth, 'S');
-        QCOMPARE(store.gga.eastWest, 'W');
-        QCOMPARE(int(store.gga.quality), 2);
-        QCOMPARE(store.gga.altitude, -8.84F);
-        TakeGga(store, "$GNGGA,inf,,,,,0x1,,,nan*7B\r\n");
-        QCOMPARE(store.gga.utc, 0.0);
-        QCOMPARE(int(store.gga.quality), 0);
-        QCOMPARE(EpochStore().gga.northSouth, 'N');
-        QCOMPARE(EpochStore().gga.eastWest, 'E');
+        for (int i = 0; i < 20000; ++i) {
+            std::string sentence = i % 3 == 0 ? "$GPGSV," : i % 3 == 1 ? "$GLGSA," : "$GNGGA,";
+            for (unsigned j = random() % 120; j > 0; --j) {
+                sentence += letters[random() % (sizeof letters - 1)];
+            }
+            Take(store, sentence);
+            QVERIFY(SatellitesOf(store, anyBlock).size() <= kConstellations * kMostGsvEntries);
+            QVERIFY(store.gsa[0].count <= kMostGsaSatellites && store.gsa[2].count <= kMostGsaSatellites);
+        }
     }
 
     void SatellitesAreListedAndSummedUp()
     {
-        EpochStore store = Gsv({"$GAGSV,1,1,02,08,12,240,47,09,12,240,,7*76",
-                                "$GPGSV,1,1,02,01,10,100,41,30,9,9,44,1*6", "$GBGSV,1,1,01,21,12,240,47,1*76",
-                                "$GQGSV,1,1,01,193,12,240,30,1*76", "$GLGSV,1,1,01,65,12,240,12,1*76"});
-        TakeGsa(store, "$GNGSA,A,3,30,,,,,,,,,,,,0.70,0.41,0.57,1*01");
+        EpochStore store;
+        for (const char* sentence :
+             {"$GAGSV,1,1,02,08,12,240,47,09,12,240,,7*76", "$GPGSV,1,1,02,01,10,100,41,30,9,9,44,1*6",
+              "$GBGSV,1,1,01,21,12,240,47,1*76", "$GQGSV,1,1,01,193,12,240,30,1*76",
+              "$GLGSV,1,1,01,65,12,240,12,1*76", "$GNGSA,A,3,30,,,,,,,,,,,,0.70,0.41,0.57,1*01"}) {
+            Take(store, sentence);
+        }
         bool anyBlock = false;
         const std::vector<SatEntry> list = SatellitesOf(store, anyBlock);
         QByteArray text;
         for (const SatEntry& s : list) {
-            text += QByteArray(1, s.system) + QByteArray::number(s.number) + (s.used ? "+" : "-") + s.signal + ' ';
+            text += s.system + QByteArray::number(s.number) + (s.used ? "+" : "-") + s.signal + ' ';
         }
         QCOMPARE(text, QByteArray("G1-L1 G30+L1 C21-B1i R1-G1 E8-E1C E9-E1C J193-L1 "));
         const EpochSignals sums = SumUp(list);
         QCOMPARE(int(sums.total.count), 6); // the one without a signal is not counted
-        QCOMPARE(int(sums.gps.count), 2);
-        QCOMPARE(int(sums.gps.strongest), 44);
-        QCOMPARE(int(sums.nonGps.count), 4);
-        QCOMPARE(int(sums.nonGps.strongest), 47);
-        QCOMPARE(int(sums.each[Glo].strongest), 12);
-        QCOMPARE(sums.bars[Gal].size(), std::size_t{2});
-
+        QVERIFY(sums.gps.count == 2 && sums.gps.strongest == 44);
+        QVERIFY(sums.nonGps.count == 4 && sums.nonGps.strongest == 47 && sums.each[2].strongest == 12);
         SatellitesOf(EpochStore(), anyBlock);
         QVERIFY(!anyBlock);
     }
 
-    void JudgementTakesReachingForEnough()
+    void TimesAreKeptAsTheyAreMeant()
     {
-        QCOMPARE(int(JudgeUnit({true, 40, false, 99}, 40, 0)), int(UnitVerdict::Passed));
-        QCOMPARE(int(JudgeUnit({true, 40, true, 40}, 39, 39)), int(UnitVerdict::WeakGps));
-        QCOMPARE(int(JudgeUnit({true, 40, true, 40}, 40, 39)), int(UnitVerdict::WeakNonGps));
-        QCOMPARE(int(JudgeUnit({false, 99, false, 99}, 0, 0)), int(UnitVerdict::Passed));
-        QVERIFY(!IsLaterFix(120000.0, 120000.0));
-        QVERIFY(IsLaterFix(120000.1, 120000.0));
-        QVERIFY(!IsLaterFix(0.0, 235959.0));
+        QVERIFY(!IsLaterFix(120000.0, 120000.0) && IsLaterFix(120000.1, 120000.0));
+        QVERIFY(!IsLaterFix(0.0, 235959.0)); // past midnight no fix is a later one
         QCOMPARE(int(KeptTtff(70000)), 4464);
-    }
-
-    void RandomSentencesAreSurvived()
-    {
-        std::mt19937 random(5);
-        const char letters[] = "0123456789,,,,,,*.-+ABGLPQNRE$\r\n\0 ";
-        EpochStore store;
-        bool anyBlock = false;
-        for (int i = 0; i < 20000; ++i) {
-            std::string sentence = i % 3 == 0 ? "$GPGSV," : i % 3 == 1 ? "$GLGSA," : "$GNGGA,";
-            const std::size_t length = random() % 120;
-            for (std::size_t j = 0; j < length; ++j) {
-                sentence += letters[random() % (sizeof letters - 1)];
-            }
-            TakeGsv(store, sentence);
-            TakeGsa(store, sentence);
-            TakeGga(store, sentence);
-            QVERIFY(SatellitesOf(store, anyBlock).size() <= kConstellations * kMostGsvEntries);
-        }
     }
 };
 

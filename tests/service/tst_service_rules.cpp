@@ -1,15 +1,14 @@
 #include "ClientSide.h"
 
-#include "assist/AgnssTags.h"
+#include "codec/AgnssTags.h"
 #include "pgnss/Seed.h"
-#include "receiver/Receiver.h"
-#include "receiver/ReportWriter.h"
 #include "service/Options.h"
 #include "service/Replies.h"
 
 #include <QtTest>
 
 #include <cstring>
+#include <numeric>
 
 using namespace assistance;
 
@@ -41,22 +40,14 @@ Walked Walk(const std::string& body)
 {
     Walked walked;
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(body.data());
-    std::size_t at = 0;
-    while (body.size() - at >= 5) {
+    for (std::size_t at = 0; walked.whole && body.size() - at >= 5;) {
         const std::size_t length = gnss::ReadU16(bytes + at + 2);
-        if (body.size() - at < length + 5) {
-            walked.whole = false;
-            break;
+        const auto* end = bytes + at + 4 + length;
+        walked.whole = body.size() - at >= length + 5 &&
+                       static_cast<std::uint8_t>(std::accumulate(bytes + at, end, 0)) == *end;
+        if (walked.whole) {
+            walked.records.push_back({gnss::ReadU16(bytes + at), {bytes + at + 4, end}});
         }
-        unsigned sum = 0;
-        for (std::size_t i = 0; i < length + 4; ++i) {
-            sum += bytes[at + i];
-        }
-        if ((sum & 0xFF) != bytes[at + length + 4]) {
-            walked.whole = false;
-            break;
-        }
-        walked.records.push_back({gnss::ReadU16(bytes + at), {bytes + at + 4, bytes + at + 4 + length}});
         at += length + 5;
     }
     return walked;
@@ -163,36 +154,6 @@ private Q_SLOTS:
         QCOMPARE(tags(16, 31).size(), std::size_t{0});
     }
 
-    void AReceiverUnderstandsEveryRecord()
-    {
-        vrx::ReceiverOptions options;
-        options.idle = true;
-        options.utcAtPowerOn = kNow;
-        vrx::Receiver receiver(options);
-        receiver.TakeOutput();
-        const Walked walked = Walk(MakeBody(Good(false), ServiceFaults(), kNow));
-        QVERIFY(walked.whole);
-        QCOMPARE(walked.records.size(), std::size_t{24});
-        for (const TaggedRecord& record : walked.records) {
-            const gnss::AgnssTag* tag = gnss::FindAgnssTag(record.tag);
-            QVERIFY(tag != nullptr);
-            const std::string frame =
-                vrx::MakeFrame(tag->commandId, 0, 0, record.payload.data(), record.payload.size());
-            receiver.Receive(reinterpret_cast<const std::uint8_t*>(frame.data()), frame.size(), 0);
-            QVERIFY2(receiver.TakeOutput() == std::vector<std::string>{vrx::MakeAck(tag->commandId, 0)},
-                     QByteArray::number(record.tag));
-        }
-        const vrx::Memory& known = receiver.Engine().Known();
-        QVERIFY(known.timeKnown);
-        int ephemerides = 0;
-        for (std::size_t i = 0; i < known.ephemerisUntil.size(); ++i) {
-            // At least a quarter of an hour (GLONASS) or an hour is left of each.
-            const bool glonass = vrx::AllOrbits()[i].system == vrx::System::Glonass;
-            ephemerides += known.HasEphemeris(i, kNow + (glonass ? kHour / 4 : kHour)) ? 1 : 0;
-        }
-        QCOMPARE(ephemerides, 31 + 38 + 24 + 24);
-    }
-
     void SeedsCoverTheirPeriod()
     {
         for (const std::uint32_t period : {1u, 28u}) {
@@ -212,6 +173,7 @@ private Q_SLOTS:
     void SpoiltBodies()
     {
         const std::string whole = MakeBody(Good(false), ServiceFaults(), kNow);
+        QVERIFY(Walk(whole).whole && Walk(whole).records.size() == 24);
         QVERIFY(MakeBody(Good(false), With("empty"), kNow).empty());
         QCOMPARE(MakeBody(Good(false), With("truncated"), kNow), whole.substr(0, whole.size() / 2));
         QCOMPARE(MakeBody(Good(false), With("truncated=3"), kNow), whole.substr(0, 3));
@@ -248,23 +210,17 @@ private Q_SLOTS:
         for (const std::vector<std::string>& bad : {std::vector<std::string>{"--port"},
                                                     {"--port", "65536"},
                                                     {"--port", "x"},
-                                                    {"--speed", "1"},
                                                     {"file"},
                                                     {"--folder", ""},
                                                     {"--fault", "slow"},
                                                     {"--fault", "empty=1"},
                                                     {"--fault", "nothing"},
-                                                    {"--fault", "drip=0"},
-                                                    {"--fault", "status=200"},
-                                                    {"--fault", "slow=1s"}}) {
+                                                    {"--fault", "status=200"}}) {
             text.clear();
             QVERIFY(ParseOptions(bad, options, text) == OptionsResult::Bad && !text.empty());
         }
         QVERIFY(ParseOptions({"--list-faults"}, options, text) == OptionsResult::Told);
-        for (const char* name : {"slow", "drip", "empty", "truncated", "cut", "bad-checksum", "unknown-tag",
-                                 "silent", "status", "redirect", "huge", "expired"}) {
-            QVERIFY2(text.find(std::string("\n") + name) != std::string::npos || text.find(name) == 0, name);
-        }
+        QVERIFY(text.find("\nunknown-tag[=TAG]         a record") != std::string::npos);
     }
 };
 

@@ -14,158 +14,82 @@ class TestSerialDialogs : public QObject {
     Q_OBJECT
 
 private slots:
-    void ShowsAndSetsTheLine();
-    void UntouchedOkChangesNothing();
-    void EveryWayOutTellsOnce();
-    void OutlivesThePort();
-    void TypesARate_data();
-    void TypesARate();
-    void ReturnAndButtonsClose();
+    void TheLineIsShownAndSet()
+    {
+        auto* port = new QSerialPort;
+        port->setStopBits(QSerialPort::TwoStop);
+        port->setFlowControl(QSerialPort::SoftwareControl);
+        port->setParity(QSerialPort::EvenParity);
+        SerialSetting dialog(port);
+        QSignalSpy closed(&dialog, &SerialSetting::CloseSignal);
+        const QStringList names = {"dataBits", "stopBits", "parity", "flowControl"};
+        // What the boxes show at an opening, which leaves by a button with other choices.
+        const auto open = [&](const QStringList& choices, const char* button) {
+            dialog.show();
+            QStringList shown;
+            for (int i = 0; i < 4; ++i) {
+                auto* box = dialog.findChild<QComboBox*>(names[i]);
+                shown.append(box->currentText());
+                box->setCurrentText(choices.value(i, box->currentText()));
+            }
+            dialog.findChild<QPushButton*>(button)->click();
+            return shown.join(' ');
+        };
+        const auto line = [&] {
+            return QList<int>{port->dataBits(), port->stopBits(), port->parity(), port->flowControl()};
+        };
+        QCOMPARE(open({}, "ok"), QString("8 2 Even Software"));
+        QCOMPARE(line(), (QList<int>{8, 2, 2, 2}));
+        open({"7", "1.5", "Mark", "Hardware"}, "ok");
+        QCOMPARE(line(), (QList<int>{7, 3, 5, 1}));
+        QCOMPARE(open({"5", "1", "None", "None"}, "cancel"), QString("7 1.5 Mark Hardware"));
+        port->setParity(QSerialPort::SpaceParity);
+        QCOMPARE(open({}, "cancel"), QString("7 1.5 Space Hardware"));
+        QCOMPARE(line(), (QList<int>{7, 3, 4, 1}));
+        QCOMPARE(closed.count(), 4);
+        delete port;
+        open({}, "ok");
+        QVERIFY(!dialog.isVisible());
+    }
+
+    void ARateIsTyped()
+    {
+        const QList<QPair<QString, QString>> rows = {{"921600", "921600"},
+                                                     {"24000000", "24000000"},
+                                                     {"24000001", "2400000"},
+                                                     {"99999999", "9999999"},
+                                                     {"0", ""},
+                                                     {"00960", "960"},
+                                                     {"-9a6 0+0,.0", "96000"},
+                                                     {"240000000000000000000", "24000000"}};
+        CustomBaudRateWin dialog;
+        QCOMPARE(dialog.windowTitle(), QString("Custom BaudRate"));
+        auto* edit = dialog.findChild<QLineEdit*>();
+        QSignalSpy added(&dialog, &CustomBaudRateWin::addCustomBaudRate);
+        const auto leave = [&](int way) {
+            way < 2 ? dialog.findChild<QPushButton*>(way == 0 ? "ok" : "cancel")->click()
+                    : QTest::keyClick(edit, way == 2 ? Qt::Key_Return : Qt::Key_Enter);
+        };
+        for (const auto& row : rows) {
+            for (const int way : {0, 1, 2, 3}) {
+                dialog.show();
+                edit->clear();
+                QTest::keyClicks(edit, row.first);
+                QCOMPARE(edit->text(), row.second);
+                added.clear();
+                leave(way);
+                QVERIFY(!dialog.isVisible());
+                QCOMPARE(added.count(), row.second.isEmpty() || way == 1 ? 0 : 1);
+                QCOMPARE(added.value(0).value(0).toString(), added.isEmpty() ? QString() : row.second);
+            }
+        }
+        // What is pasted is held to the bound as well.
+        edit->clear();
+        QGuiApplication::clipboard()->setText("24000001");
+        edit->paste();
+        QCOMPARE(edit->text(), QString());
+    }
 };
-
-void TestSerialDialogs::ShowsAndSetsTheLine()
-{
-    QSerialPort port;
-    SerialSetting dialog(&port);
-    const auto box = [&dialog](const char* name) { return dialog.findChild<QComboBox*>(name); };
-    dialog.show();
-    QCOMPARE(box("dataBits")->currentText(), QString("8"));
-    QCOMPARE(box("stopBits")->currentText(), QString("1"));
-    QCOMPARE(box("parity")->currentText(), QString("None"));
-    QCOMPARE(box("flowControl")->currentText(), QString("None"));
-    box("dataBits")->setCurrentText("7");
-    box("stopBits")->setCurrentText("1.5");
-    box("parity")->setCurrentText("Mark");
-    box("flowControl")->setCurrentText("Hardware");
-    dialog.SlotOkClick();
-    QVERIFY(!dialog.isVisible());
-    QCOMPARE(port.dataBits(), QSerialPort::Data7);
-    QCOMPARE(int(port.stopBits()), 3);
-    QCOMPARE(port.parity(), QSerialPort::MarkParity);
-    QCOMPARE(port.flowControl(), QSerialPort::HardwareControl);
-
-    // What is chosen and cancelled is gone at the next opening.
-    dialog.show();
-    box("dataBits")->setCurrentText("5");
-    dialog.SlotCancelClick();
-    QCOMPARE(port.dataBits(), QSerialPort::Data7);
-    port.setParity(QSerialPort::SpaceParity);
-    dialog.show();
-    QCOMPARE(box("dataBits")->currentText(), QString("7"));
-    QCOMPARE(box("stopBits")->currentText(), QString("1.5"));
-    QCOMPARE(box("parity")->currentText(), QString("Space"));
-    QCOMPARE(box("flowControl")->currentText(), QString("Hardware"));
-}
-
-void TestSerialDialogs::UntouchedOkChangesNothing()
-{
-    QSerialPort port;
-    port.setStopBits(QSerialPort::TwoStop);
-    port.setFlowControl(QSerialPort::SoftwareControl);
-    port.setParity(QSerialPort::EvenParity);
-    SerialSetting dialog(&port);
-    dialog.show();
-    dialog.findChild<QPushButton*>("ok")->click();
-    QCOMPARE(port.dataBits(), QSerialPort::Data8);
-    QCOMPARE(port.stopBits(), QSerialPort::TwoStop);
-    QCOMPARE(port.flowControl(), QSerialPort::SoftwareControl);
-    QCOMPARE(port.parity(), QSerialPort::EvenParity);
-}
-
-void TestSerialDialogs::EveryWayOutTellsOnce()
-{
-    QSerialPort port;
-    SerialSetting dialog(&port);
-    QSignalSpy closed(&dialog, &SerialSetting::CloseSignal);
-    dialog.show();
-    dialog.findChild<QPushButton*>("ok")->click();
-    QCOMPARE(closed.count(), 1);
-    dialog.show();
-    dialog.findChild<QPushButton*>("cancel")->click();
-    QCOMPARE(closed.count(), 2);
-    dialog.show();
-    dialog.close();
-    QCOMPARE(closed.count(), 3);
-}
-
-void TestSerialDialogs::OutlivesThePort()
-{
-    auto* port = new QSerialPort;
-    SerialSetting dialog(port);
-    delete port;
-    dialog.show();
-    dialog.SlotOkClick();
-    QVERIFY(!dialog.isVisible());
-}
-
-void TestSerialDialogs::TypesARate_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("usual") << "921600"
-                           << "921600";
-    QTest::newRow("highest") << "24000000"
-                             << "24000000";
-    QTest::newRow("one above") << "24000001"
-                               << "2400000";
-    QTest::newRow("as many digits") << "99999999"
-                                    << "9999999";
-    QTest::newRow("more digits") << "240000000000000000000"
-                                 << "24000000";
-    QTest::newRow("zero") << "0"
-                          << "";
-    QTest::newRow("zeros first") << "00960"
-                                 << "960";
-    QTest::newRow("no digits") << "-9a6 0+0,.0"
-                               << "96000";
-}
-
-void TestSerialDialogs::TypesARate()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, text);
-    CustomBaudRateWin dialog;
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-    auto* edit = dialog.findChild<QLineEdit*>();
-    QSignalSpy added(&dialog, &CustomBaudRateWin::addCustomBaudRate);
-    QTest::keyClicks(edit, typed);
-    QCOMPARE(edit->text(), text);
-    dialog.findChild<QPushButton*>("ok")->click();
-    QCOMPARE(added.count(), text.isEmpty() ? 0 : 1);
-    if (!text.isEmpty())
-        QCOMPARE(added[0][0].toString(), text);
-    QVERIFY(!dialog.isVisible());
-}
-
-void TestSerialDialogs::ReturnAndButtonsClose()
-{
-    CustomBaudRateWin dialog;
-    QCOMPARE(dialog.windowTitle(), QString("Custom BaudRate"));
-    auto* edit = dialog.findChild<QLineEdit*>();
-    QSignalSpy added(&dialog, &CustomBaudRateWin::addCustomBaudRate);
-    dialog.show();
-    QTest::keyClick(edit, Qt::Key_Return);
-    QVERIFY(!dialog.isVisible());
-    QCOMPARE(added.count(), 0);
-
-    dialog.show();
-    QTest::keyClicks(edit, "460800");
-    QTest::keyClick(edit, Qt::Key_Enter);
-    QVERIFY(!dialog.isVisible());
-    QCOMPARE(added.count(), 1);
-
-    dialog.show();
-    dialog.findChild<QPushButton*>("cancel")->click();
-    QVERIFY(!dialog.isVisible());
-    QCOMPARE(added.count(), 1);
-
-    // What is pasted is held to the bound as well.
-    edit->clear();
-    QGuiApplication::clipboard()->setText("24000001");
-    edit->paste();
-    QCOMPARE(edit->text(), QString());
-}
 
 QTEST_MAIN(TestSerialDialogs)
 #include "TestSerialDialogs.moc"

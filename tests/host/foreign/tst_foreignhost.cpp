@@ -17,15 +17,15 @@ namespace {
 
 int pixmapCalls = 0;
 int versionCalls = 0;
-int pathCalls = 0;
 int productCalls = 0;
 int product = 5;
-QString askedVersion;
+QStringList askedVersions;
 
 } // namespace
 
 #define FOREIGN_EXPORT __attribute__((visibility("default")))
 
+// Not inline: the members must be symbols of this program.
 class FOREIGN_EXPORT ImageManager {
 public:
     static QPixmap GetPixmapObject(QString path);
@@ -68,8 +68,7 @@ int VerCommon::GetCurrentVersion()
 
 QString VerCommon::GetCfgPath(QString versionNumber)
 {
-    ++pathCalls;
-    askedVersion = versionNumber;
+    askedVersions.append(versionNumber);
     return QDir::currentPath();
 }
 
@@ -104,104 +103,80 @@ public:
 class ForeignHostTest : public QObject {
     Q_OBJECT
 
-private Q_SLOTS:
-    void initTestCase();
-    void Metadata();
-    void InterfaceSide();
-    void ObjectSideOfIt();
-    void Unload();
-
 private:
-    template <class Side> void Press(Side* side);
+    template <class Side> void Press(Side* side)
+    {
+        QCOMPARE(side->Name(), QStringLiteral("Gnss"));
+        QCOMPARE(side->Information(), QStringLiteral("GnssInfo"));
+        const std::unique_ptr<QWidget> first(side->CenterWidget());
+        const std::unique_ptr<QWidget> second(side->CenterWidget());
+        QVERIFY(first != second && !first->parent());
+        QCOMPARE(qobject_cast<QPushButton*>(first.get())->text(), QStringLiteral("Gnss"));
+
+        pixmapCalls = versionCalls = productCalls = 0;
+        askedVersions.clear();
+        QSignalSpy closed(m_object, SIGNAL(ClosePluginSignal(QString)));
+        // This parent declares no NotifyPluginConnectSignal and takes the window into its own layout.
+        auto host = std::make_unique<QWidget>();
+        auto* layout = new QVBoxLayout(host.get());
+        const QPointer<QWidget> window = side->CreateWidget(host.get(), 3, 4);
+        QVERIFY(window);
+        layout->addWidget(window);
+        host->resize(900, 600);
+        host->show();
+        QVERIFY(QTest::qWaitForWindowExposed(host.get()));
+        QCOMPARE(window->windowTitle(), QStringLiteral("Gnss"));
+        QCOMPARE(window->parentWidget(), host.get());
+        QVERIFY(!window->isWindow() && window->isVisible());
+        QVERIFY(pixmapCalls > 10 && productCalls > 0);
+        QCOMPARE(versionCalls, 1);
+        QCOMPARE(askedVersions, QStringList("42"));
+
+        QCOMPARE(closed.size(), 0);
+        host.reset();
+        QVERIFY(!window);
+        QCOMPARE(closed, (QList<QVariantList>{{"Gnss"}}));
+    }
 
     QPluginLoader m_loader{QStringLiteral(PLUGIN_FILE)};
     QObject* m_object = nullptr;
-    Interface* m_interface = nullptr;
     QTimer m_boxTimer;
-};
 
-void ForeignHostTest::initTestCase()
-{
-    // The window tells in a box of the seed decoder that is missing beside this program.
-    connect(&m_boxTimer, &QTimer::timeout, this, [] {
-        if (QWidget* box = QApplication::activeModalWidget()) {
-            box->close();
-        }
-    });
-    m_boxTimer.start(5);
-    m_object = m_loader.instance();
-    QVERIFY2(m_object, qPrintable(m_loader.errorString()));
-    m_interface = static_cast<Interface*>(m_object->qt_metacast("com.Interface.MainInterface"));
-    QVERIFY(m_interface);
-}
-
-void ForeignHostTest::Metadata()
-{
-    QCOMPARE(m_loader.metaData().value("IID").toString(), QStringLiteral("com.Interface.MainInterface"));
-    QCOMPARE(m_loader.metaData().value("className").toString(), QStringLiteral("Gnss"));
-    QVERIFY(m_object->metaObject()->indexOfSignal("ClosePluginSignal(QString)") >= 0);
-}
-
-template <class Side> void ForeignHostTest::Press(Side* side)
-{
-    QCOMPARE(side->Name(), QStringLiteral("Gnss"));
-    QCOMPARE(side->Information(), QStringLiteral("GnssInfo"));
-
-    const std::unique_ptr<QWidget> first(side->CenterWidget());
-    const std::unique_ptr<QWidget> second(side->CenterWidget());
-    QVERIFY(first && second && first != second && !first->parent());
-    QVERIFY(qobject_cast<QPushButton*>(first.get()));
-    QCOMPARE(qobject_cast<QPushButton*>(first.get())->text(), QStringLiteral("Gnss"));
-
-    pixmapCalls = versionCalls = pathCalls = productCalls = 0;
-    QSignalSpy closed(m_object, SIGNAL(ClosePluginSignal(QString)));
-    // This parent declares no NotifyPluginConnectSignal and takes the window into its own layout.
-    auto host = std::make_unique<QWidget>();
-    auto* layout = new QVBoxLayout(host.get());
-    QPointer<QWidget> window = side->CreateWidget(host.get(), 3, 4);
-    QVERIFY(window);
-    layout->addWidget(window);
-    host->resize(900, 600);
-    host->show();
-    QVERIFY(QTest::qWaitForWindowExposed(host.get()));
-    QCOMPARE(window->windowTitle(), QStringLiteral("Gnss"));
-    QCOMPARE(window->parentWidget(), host.get());
-    QVERIFY(!window->isWindow());
-    QVERIFY(window->isVisible());
-
-    QVERIFY(pixmapCalls > 10);
-    QCOMPARE(versionCalls, 1);
-    QCOMPARE(pathCalls, 1);
-    QCOMPARE(askedVersion, QStringLiteral("42"));
-    QVERIFY(productCalls > 0);
-
-    QCOMPARE(closed.size(), 0);
-    host.reset();
-    QVERIFY(!window);
-    QCOMPARE(closed.size(), 1);
-    QCOMPARE(closed.at(0).at(0).toString(), QStringLiteral("Gnss"));
-}
-
-void ForeignHostTest::InterfaceSide()
-{
-    for (const int number : {5, 27, 31}) {
-        product = number;
-        Press(m_interface);
+private Q_SLOTS:
+    void initTestCase()
+    {
+        // The window tells in a box of the seed decoder that is missing beside this program.
+        connect(&m_boxTimer, &QTimer::timeout, this, [] {
+            if (QWidget* box = QApplication::activeModalWidget()) {
+                box->close();
+            }
+        });
+        m_boxTimer.start(5);
+        m_object = m_loader.instance();
+        QVERIFY2(m_object, qPrintable(m_loader.errorString()));
+        QCOMPARE(m_loader.metaData().value("IID").toString(), QStringLiteral("com.Interface.MainInterface"));
+        QCOMPARE(m_loader.metaData().value("className").toString(), QStringLiteral("Gnss"));
     }
-}
 
-void ForeignHostTest::ObjectSideOfIt()
-{
-    Press(reinterpret_cast<ObjectSide*>(m_object));
-}
+    void BothSides()
+    {
+        auto* interface = static_cast<Interface*>(m_object->qt_metacast("com.Interface.MainInterface"));
+        QVERIFY(interface);
+        for (const int number : {5, 27, 31}) {
+            product = number;
+            Press(interface);
+        }
+        Press(reinterpret_cast<ObjectSide*>(m_object));
+    }
 
-void ForeignHostTest::Unload()
-{
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    const QPointer<QObject> object(m_object);
-    QVERIFY2(m_loader.unload(), qPrintable(m_loader.errorString()));
-    QVERIFY(!object);
-}
+    void Unload()
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        const QPointer<QObject> object(m_object);
+        QVERIFY2(m_loader.unload(), qPrintable(m_loader.errorString()));
+        QVERIFY(!object);
+    }
+};
 
 QTEST_MAIN(ForeignHostTest)
 #include "tst_foreignhost.moc"
