@@ -79,7 +79,7 @@ private Q_SLOTS:
             const QTemporaryDir folder;
             KpiRoad road({"--ttff-hot", "30,0", "--transcript", folder.filePath("heard")}, "2", "60");
             const BoxAnswerer answerer;
-            QTimer::singleShot(120, [&] { whole ? road.window.reset() : road.Area()->closeAllSubWindows(); });
+            QTimer::singleShot(30, [&] { whole ? road.window.reset() : road.Area()->closeAllSubWindows(); });
             road.Click("pushButton_2");
             QTRY_VERIFY_WITH_TIMEOUT(road.view.isNull(), 10000);
             QTest::qWait(50);

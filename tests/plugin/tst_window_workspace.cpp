@@ -123,18 +123,14 @@ private Q_SLOTS:
         test.window->SlotTileWindows();
         QCOMPARE(test.window->size(), QSize(800, 600));
 
-        // Records that lie harm no view.
-        for (const quint32 type : {0, 3, 100, 101, 102, 103, 200, 300, 400, 500, 501, 600, 601, 700, 701}) {
-            FakeCodec::Emit(type, nullptr, 0);
+        // Records that lie harm no one; what the views do with theirs is tested with them.
+        for (const quint32 type : {400, 501, 600, 601, 701}) {
             FakeCodec::Emit(type, nullptr, 100);
             FakeCodec::Emit(type, "\xff", -1);
-            // Few bytes that count 255 entries.
-            for (const int size : {1, 5}) {
-                const std::vector<char> bytes(static_cast<std::size_t>(size), '\xff');
-                FakeCodec::Emit(type, bytes.data(), size);
-            }
+            FakeCodec::Emit(type, "\xff", 1);
         }
-        QCOMPARE(test.Views().size(), viewTable.size() / 2);
+        QVERIFY(Global::ackState == 4 && test.Views().size() == viewTable.size() / 2);
+        QFile::remove(test.application + "/HisInfo/HisInfo.bin");
     }
 
     void AClosedViewDropsItsRecordsAndOpensAfresh()

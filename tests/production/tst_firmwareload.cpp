@@ -236,19 +236,6 @@ private Q_SLOTS:
         QVERIFY(ProbePort(folder.filePath("link")));
     }
 
-    void AWindowMayGoInsideItsOwnLoad()
-    {
-        const ImageFile image("record \"a\"\nrecord \"b\"\nquit");
-        for (const char* when : {"a", "b", "QUIT "}) {
-            FakeChip chip;
-            Dialog dialog(chip.pty.path, image.path);
-            chip.AnswerWith("C", when, [&] { delete dialog.window; });
-            dialog.window->SlotStartLoadVersion();
-            QVERIFY(dialog.window.isNull());
-            QVERIFY(ProbePort(chip.pty.path));
-        }
-    }
-
     void ALineMayGoInsideALoad()
     {
         const ImageFile image("record \"a\"\nrecord \"b\"\nrecord \"c\"\nquit");
@@ -264,23 +251,6 @@ private Q_SLOTS:
         dialog.window->SlotStartLoadVersion();
         QCOMPARE(dialog.Log().last(), QStringLiteral("固件加载失败，完成1/2条"));
         QVERIFY(OwnOpenPorts().isEmpty());
-    }
-
-    void ASecondLoadInsideTheFirstEndsBoth()
-    {
-        const ImageFile image("record \"a\"\nrecord \"b\"\nquit");
-        FakeChip chip;
-        Dialog dialog(chip.pty.path, image.path);
-        int loads = 1;
-        chip.AnswerWith("C", "a", [&] {
-            if (++loads == 2) {
-                dialog.window->SlotStartLoadVersion();
-            }
-        });
-        dialog.window->SlotStartLoadVersion();
-        // The inner one closes the port under the outer one.
-        QCOMPARE(dialog.Log().filter("固件加载成功").size(), 1);
-        QCOMPARE(dialog.Log().last(), QStringLiteral("固件加载失败，完成0/1条"));
     }
 
     void TheFileDialogKeepsItsFolder()

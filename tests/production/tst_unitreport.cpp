@@ -20,42 +20,13 @@ const QDateTime ended(QDate(2026, 1, 5), QTime(10, 15, 30, 123));
 
 UnitRecord Unit()
 {
-    UnitRecord unit;
-    unit.productNumber = "PN%1";
-    unit.windowTitle = "产测视图2";
-    unit.resultText = "PASS通过";
-    unit.passed = true;
-    unit.ttffMs = 12999;
-    unit.gpsMaxCn0 = 44;
-    unit.nonGpsMaxCn0 = 47;
-    unit.gpsSvCount = 9;
-    unit.nonGpsSvCount = 21;
-    unit.gpsThreshold = 40;
-    unit.nonGpsThreshold = 38;
-    unit.timeoutSeconds = 60;
-    unit.delaySeconds = 5;
-    return unit;
+    return {"PN%1", "产测视图2", "PASS通过", true, 12999, 44, 47, 9, 21, 0, 0, true, 40, false, 38, 60, false, 5};
 }
 
-/// A raw log and the report made of it, without its own lines.
-QStringList Copied(const QByteArray& raw)
+QByteArray Content(const QString& path)
 {
-    const QTemporaryDir folder;
-    QFile file(folder.filePath("raw.bin"));
-    if (!file.open(QIODevice::WriteOnly) || file.write(raw) != raw.size()) {
-        return {"not written"};
-    }
-    file.close();
-    const QString report = folder.filePath("report.txt");
-    if (!WriteUnitReport(report, Unit(), file.fileName(), ended)) {
-        return {"no report"};
-    }
-    QFile written(report);
-    if (!written.open(QIODevice::ReadOnly)) {
-        return {"not read"};
-    }
-    QStringList lines = QString::fromUtf8(written.readAll()).split('\n');
-    return lines.mid(5, lines.size() - 9);
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -66,61 +37,75 @@ class TestUnitReport : public QObject {
 private Q_SLOTS:
     void initTestCase() { QDir(QCoreApplication::applicationDirPath() + "/ProductTest").removeRecursively(); }
 
-    void RowsNamesAndLinesHaveTheirForms()
+    void RowsHaveTheirForms()
     {
         UnitRecord unit = Unit();
         QCOMPARE(UnitReport::CsvRow(unit), QStringLiteral("PN%1,44,47,9,21,12,PASS,0,0,40,NA,60,NA,\n"));
-        QCOMPARE(UnitReport::TableRow(unit),
-                 (QStringList{"PN%1", "44", "47", "9", "NA", "12.00", "PASS", "0", "0"}));
-        QCOMPARE(UnitReport::ReportName(unit, ended),
-                 QStringLiteral("PN%1[2026-01-05-10-15-30-123][PASS通过]产测视图2.txt"));
-        QCOMPARE(UnitReport::CsvName(ended), QStringLiteral("ProductTestRslt_20260105101530123.csv"));
-        QCOMPARE(UnitReport::Head(unit, ended).at(3), QStringLiteral("如下是产品编号 PN%1的测试数据。"));
-
-        unit.productNumber.clear();
-        unit.passed = false;
-        unit.ttffMs = 0;
-        unit.needGps = false;
-        unit.needNonGps = true;
-        unit.delayed = true;
+        QCOMPARE(UnitReport::TableRow(unit).join(' '), QStringLiteral("PN%1 44 47 9 NA 12.00 PASS 0 0"));
+        unit = {"", "", "", false, 0, 44, 47, 9, 21, 0, 0, false, 40, true, 38, 60, true, 5};
         QCOMPARE(UnitReport::CsvRow(unit), QStringLiteral(",44,47,9,21,NA,FAILED,0,0,NA,38,60,5,\n"));
-        QCOMPARE(UnitReport::TableRow(unit), (QStringList{"", "44", "47", "NA", "21", "NA", "FAILED", "0", "0"}));
-        QVERIFY(UnitReport::ReportName(unit, ended).startsWith("NA[2026"));
-        QCOMPARE(
-            UnitReport::Head(unit, ended),
-            (QStringList{"2026/01/05 10:15:30.123",
-                         "当前系统配置的GPS CN0载造比允收值(dB)设定为：40，且GPS通道测试配置为False；"
-                         "BDS/GLONASS CN0载造比允收值(dB)设定为：40； 且BDS/GLONASS通道测试配置为True",
-                         "测试定位的时间设置为：60 秒。", "如下是产品编号 NA的测试数据。", QString(53, '*')}));
-        QCOMPARE(UnitReport::Tail(unit, ended),
-                 (QStringList{"经测试，产品的定位时间 TTFF = 0.00 秒",
-                              "在当前信号输入环境和测试阈值的设置下，软件部分的测试结论为： PASS通过",
-                              "2026/01/05 10:15:30.123"}));
+        QCOMPARE(UnitReport::TableRow(unit).join(' '), QStringLiteral(" 44 47 NA 21 NA FAILED 0 0"));
         unit.ttffMs = 999; // less than a second is a time all the same
         QVERIFY(UnitReport::CsvRow(unit).contains(",21,0,FAILED,"));
         QCOMPARE(UnitReport::TableRow(unit).at(5), QStringLiteral("0.00"));
     }
 
-    void OnlySentencesAreCopied()
+    void TheReportSaysItAll()
     {
+        const QTemporaryDir folder;
+        QFile raw(folder.filePath("raw.bin"));
+        QVERIFY(raw.open(QIODevice::WriteOnly));
         const QByteArray gga = "$GNGGA,120001.900,4723.86210,N,00832.73504,E,1,40,0.41,408.84,M,0.0,M,,*7B";
-        const auto one = [](const QByteArray& line) { return QStringList{QString::fromLatin1(line)}; };
-        QCOMPARE(Copied(gga + "\r\n" + gga + "\n" + gga), one(gga) + one(gga) + one(gga));
-        QCOMPARE(Copied("noise " + gga + "\r\n"), one("noise " + gga));
-        // Binary bytes before the sentence, with and without a letter that is found first.
-        QCOMPARE(Copied(QByteArray("\x7e\x04\x00\xff", 4) + gga + "\r\n"), one(gga));
-        QCOMPARE(Copied(QByteArray("\x7eG\x01", 3) + gga + "\r\n"), one(gga));
-        QCOMPARE(Copied(gga + QByteArray("\0\x01\x02\r\n", 5)), one(gga));
-        QCOMPARE(Copied(QByteArray("\xff\xfe", 2) + gga + "\r\n"), one(gga));
-        QCOMPARE(Copied("$PNSTA,231741.000,COLD,1.9*77\r\n"), one("$PNSTA,231741.000,COLD,1.9*77"));
-        // The first G lies behind the talker, or at the very beginning, or there is no letter at all.
-        for (const QByteArray& skipped :
-             {QByteArray("$BDGSV,1,1,01,21*76"), QByteArray("GPGGA,1,2*33"), QByteArray("$BDXYZ,1,2,3*11"),
-              QByteArray("G$GPGGA,1,2*33"), QByteArray("$GNGGA,12*7B1"), QByteArray("$GN,*7B"),
-              QByteArray("$GNGGA,1_2*7B"), QByteArray("$GNGGA,12*"), QByteArray()}) {
-            QCOMPARE(Copied(skipped + "\r\n"), QStringList());
+        raw.write("\xff\xfe" + gga + "\r\n$BDXYZ,1,2,3*11\r\nnoise " + gga + '\n' + gga);
+        raw.close();
+        UnitRecord unit = Unit();
+        unit.ttffMs = 0;
+        unit.needGps = false;
+        QString path = NewReportPath(unit, ended);
+        QVERIFY(path.endsWith("/ProductTest/PN%1[2026-01-05-10-15-30-123][PASS通过]产测视图2.txt"));
+        QVERIFY(WriteUnitReport(path, unit, raw.fileName(), ended));
+        QByteArray text = Content(path);
+        text.replace(text.size() - 24, 23, "now");
+        const QByteArray expected =
+            "2026/01/05 10:15:30.123\n"
+            "当前系统配置的GPS CN0载造比允收值(dB)设定为：40，且GPS通道测试配置为False；"
+            "BDS/GLONASS CN0载造比允收值(dB)设定为：40； 且BDS/GLONASS通道测试配置为False\n"
+            "测试定位的时间设置为：60 秒。\n如下是产品编号 PN%1的测试数据。\n" +
+            QByteArray(53, '*') + '\n' + gga + "\nnoise " + gga + '\n' + gga +
+            "\n经测试，产品的定位时间 TTFF = 0.00 秒\n"
+            "在当前信号输入环境和测试阈值的设置下，软件部分的测试结论为： PASS通过\nnow\n";
+        QCOMPARE(QString::fromUtf8(text), QString::fromUtf8(expected));
+
+        const LogCatcher log;
+        unit.productNumber = "产品一号";
+        path = NewReportPath(unit, ended);
+        QVERIFY(WriteUnitReport(path, unit, "/nowhere", ended));
+        QCOMPARE(Content(path).count('\n'), 8);
+        unit.productNumber.clear();
+        QVERIFY(NewReportPath(unit, ended).contains("/NA[2026"));
+        QVERIFY(UnitReport::Head(unit, ended).contains("如下是产品编号 NA的测试数据。"));
+        for (const QString& number : {QStringLiteral("a/b"), QString(300, 'x')}) {
+            unit.productNumber = number;
+            QVERIFY(!WriteUnitReport(NewReportPath(unit, ended), unit, "/nowhere", ended));
         }
-        QCOMPARE(Copied(""), QStringList());
+        const QString failure = ReportFailureText();
+        QCOMPARE(LogCatcher::Lines(),
+                 (QStringList{"Production test report generation failed: NMEA file could not be opened", failure,
+                              failure}));
+    }
+
+    void BinaryBytesStayOutside()
+    {
+        const QByteArray good = "$GPGGA,1,2*33";
+        for (const QByteArray& before : {QByteArray("\x7e\x04\x00\xff", 4), QByteArray("\x7eG\x01", 3)}) {
+            QCOMPARE(ReportLine(before + good), good);
+        }
+        QCOMPARE(ReportLine(good + QByteArray("\0\x01\x02", 3)), good);
+        QCOMPARE(ReportLine("$PNSTA,2317*77"), QByteArray("$PNSTA,2317*77"));
+        // The first G lies behind the talker, or at the very beginning.
+        for (const char* skipped : {"$BDGSV,1,1,01,21*76", "GPGGA,1,2*33", "G$GPGGA,1,2*33", ""}) {
+            QCOMPARE(ReportLine(skipped), QByteArray());
+        }
     }
 
     void TheFilterIsTheRegularExpression()
@@ -151,9 +136,7 @@ private Q_SLOTS:
         const QString path = NewResultPath(ended);
         QVERIFY(path.startsWith(QCoreApplication::applicationDirPath() + "/ProductTest/ProductTestRslt_"));
         QVERIFY(AppendResultRow(path, Unit(), true));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray one = file.readAll();
+        const QByteArray one = Content(path);
         const QByteArray row = UnitReport::CsvRow(Unit()).toUtf8();
         QCOMPARE(one, QByteArray("PN, Cn0(GPS), Cn0(NonGPS), SVs(GPS), SVs(NonGPS), TTFF,Result, MES, Log, "
                                  "GpsCn0(Th), NonGpsCn0(Th), TTFF(Th), Delay\n") +
@@ -174,29 +157,7 @@ private Q_SLOTS:
         QVERIFY(!written);
         QCOMPARE(LogCatcher::Lines().size(), 1);
         QVERIFY(AppendResultRow(path, Unit(), false));
-        file.seek(0);
-        QCOMPARE(file.readAll(), one + row);
-    }
-
-    void FilesThatCannotBeWrittenAreTold()
-    {
-        const LogCatcher log;
-        UnitRecord unit = Unit();
-        for (const QString& number : {QStringLiteral("a/b"), QString(300, 'x')}) {
-            unit.productNumber = number;
-            LogCatcher::Lines().clear();
-            QVERIFY(!WriteUnitReport(NewReportPath(unit, ended), unit, "/nowhere", ended));
-            QCOMPARE(LogCatcher::Lines(), QStringList{ReportFailureText()});
-        }
-        unit.productNumber = "产品一号";
-        LogCatcher::Lines().clear();
-        const QString path = NewReportPath(unit, ended);
-        QVERIFY(WriteUnitReport(path, unit, "/nowhere", ended));
-        QCOMPARE(LogCatcher::Lines(),
-                 QStringList{"Production test report generation failed: NMEA file could not be opened"});
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll().count('\n'), 8);
+        QCOMPARE(Content(path), one + row);
     }
 };
 
