@@ -19,7 +19,7 @@ usage: assist-service [OPTION]...
   --list-faults         tells them all
   --help                this text
 
-Prints "ready https://localhost:PORT" when it can be asked. DIR/certificate.pem is the authority that a
+Prints "ready https://127.0.0.1:PORT" when it can be asked. DIR/certificate.pem is the authority that a
 client must trust, DIR/client.conf holds the application id and the key.
 )";
 

@@ -68,7 +68,7 @@ int main(int argc, char** argv)
     if (!text.empty()) {
         return Fail(text);
     }
-    std::printf("ready https://localhost:%d\n", server.Port());
+    std::printf("ready https://127.0.0.1:%d\n", server.Port());
     std::fflush(stdout);
     std::thread serving([&server] { server.Run(); });
     int signal = 0;

@@ -37,6 +37,8 @@ public:
         }
     }
 
+    QProcess& Process() { return m_process; }
+
     QString link;
     bool ready = false;
 

@@ -1935,11 +1935,11 @@ For cold starts only</translation>
         </message>
         <message>
             <source>GPS载噪比小于门限值</source>
-            <translation>GPS CN0 is below its threshold</translation>
+            <translation>GPS C/N0 is below its threshold</translation>
         </message>
         <message>
             <source>非GPS载噪比小于门限值</source>
-            <translation>Non-GPS CN0 is below its threshold</translation>
+            <translation>Non-GPS C/N0 is below its threshold</translation>
         </message>
         <message>
             <source>FAILED不通过</source>

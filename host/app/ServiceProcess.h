@@ -29,7 +29,7 @@ public:
     void Stop();
 
     bool Running() const { return m_process.Running(); }
-    /// "localhost:PORT" once it can be asked, else empty.
+    /// "127.0.0.1:PORT" once it can be asked, else empty.
     QString Host() const { return m_host; }
     QString Folder() const { return m_folder; }
 

@@ -23,7 +23,7 @@ public:
         QDir().mkpath(QFileInfo(IniPath()).path());
         QFile ini(IniPath());
         if (ini.open(QIODevice::WriteOnly)) {
-            ini.write("[Service]\nhost=localhost:" + QByteArray::number(serverPort()) +
+            ini.write("[Service]\nhost=127.0.0.1:" + QByteArray::number(serverPort()) +
                       "\nappid=qfixdemo1\nkey=" + Key() + "\n");
         }
     }

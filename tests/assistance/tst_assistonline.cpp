@@ -82,7 +82,7 @@ private Q_SLOTS:
         QCOMPARE(Global::ackState, 4);
         const QByteArray request = service.requests.value(0);
         QVERIFY(request.startsWith(
-            "GET /lumat/v1/xgnss/agnss?constellation=5&datatype=3 HTTP/1.1\r\nHost: localhost"));
+            "GET /lumat/v1/xgnss/agnss?constellation=5&datatype=3 HTTP/1.1\r\nHost: 127.0.0.1"));
         QVERIFY2(request.contains("\r\nContent-Disposition: attachment;filename=EE.dat\r\nX-Requset-ID: uniqID\r\n"
                                   "Authorization: HMAC-SHA256 appid=qfixdemo1,timestamp="),
                  request.constData());

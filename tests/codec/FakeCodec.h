@@ -1,16 +1,12 @@
 #pragma once
 
-#include <QByteArray>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QString>
 #include <QStringList>
 
 #include <dlfcn.h>
-
-#include <cstdint>
 
 /// The fake codec as a test sees it: puts a variant into the place of the codec library and presses it.
 class FakeCodec {
@@ -25,8 +21,7 @@ public:
     {
         Remove();
         QDir().mkpath(QFileInfo(CodecPath()).path());
-        return QFile::copy(QStringLiteral(FAKE_CODEC_DIR "/fake_codec_") + missing + QStringLiteral(".so"),
-                           CodecPath());
+        return QFile::copy(QStringLiteral(FAKE_CODEC_DIR "/fake_codec_%1.so").arg(missing), CodecPath());
     }
 
     static void Remove() { QFile::remove(CodecPath()); }
@@ -35,25 +30,19 @@ public:
     static QStringList Calls()
     {
         auto function = Symbol<const char* (*)()>("FakeCalls");
-        return QString::fromLatin1(function != nullptr ? function() : "")
-            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        return QString(function != nullptr ? function() : "").split('\n', Qt::SkipEmptyParts);
     }
 
-    static void SetEncodeResult(int result)
-    {
-        if (auto function = Symbol<void (*)(int)>("FakeSetEncodeResult")) {
-            function(result);
-        }
-    }
+    static void SetEncodeResult(int result) { Symbol<void (*)(int)>("FakeSetEncodeResult")(result); }
 
-    static void Emit(std::uint32_t type, const void* data, int length)
+    static void Emit(quint32 type, const void* data, int length)
     {
-        if (auto function = Symbol<void (*)(std::uint32_t, const void*, int)>("FakeEmit")) {
+        if (auto function = Symbol<void (*)(quint32, const void*, int)>("FakeEmit")) {
             function(type, data, length);
         }
     }
 
-    static void Emit(std::uint32_t type, const QByteArray& bytes) { Emit(type, bytes.constData(), bytes.size()); }
+    static void Emit(quint32 type, const QByteArray& bytes) { Emit(type, bytes.constData(), bytes.size()); }
 
     /// A symbol of the codec that is loaded now; looking it up keeps nothing loaded.
     template <typename Function> static Function Symbol(const char* name)

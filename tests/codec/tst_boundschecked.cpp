@@ -2,7 +2,6 @@
 
 #include <QtTest>
 
-#include <array>
 #include <cstdarg>
 
 namespace {
@@ -25,44 +24,38 @@ class TestBoundsChecked : public QObject {
 private Q_SLOTS:
     void CopiesWithinBounds()
     {
-        std::array<char, 8> out;
-        out.fill('#');
-        QCOMPARE(memcpy_s(out.data(), 4, "abcd", 4), 0);
-        QCOMPARE(QByteArray(out.data(), 8), QByteArray("abcd####"));
-        QVERIFY(memcpy_s(out.data(), 4, "abcdef", 5) != 0);
-        QCOMPARE(QByteArray(out.data(), 8), QByteArray("\0\0\0\0####", 8));
+        QByteArray out(8, '#');
+        const auto fresh = [&] { return out.fill('#').data(); };
+        QCOMPARE(memcpy_s(fresh(), 4, "abcd", 4), 0);
+        QCOMPARE(out, QByteArray("abcd####"));
+        QVERIFY(memcpy_s(fresh(), 4, "abcdef", 5) != 0);
+        QCOMPARE(out, QByteArray("\0\0\0\0####", 8));
         QVERIFY(memcpy_s(nullptr, 4, "a", 1) != 0);
-        QVERIFY(memcpy_s(out.data(), 8, nullptr, 1) != 0);
+        QVERIFY(memcpy_s(fresh(), 8, nullptr, 1) != 0);
         QCOMPARE(memcpy_s(nullptr, 0, nullptr, 0), 0);
-
-        out.fill('#');
-        QVERIFY(memset_s(out.data(), 4, 'x', 6) != 0);
-        QCOMPARE(QByteArray(out.data(), 8), QByteArray("xxxx####"));
-
-        out.fill('#');
-        QCOMPARE(strcpy_s(out.data(), 4, "abc"), 0);
-        QCOMPARE(QByteArray(out.data(), 8), QByteArray("abc\0####", 8));
+        QVERIFY(memset_s(fresh(), 4, 'x', 6) != 0);
+        QCOMPARE(out, QByteArray("xxxx####"));
+        QCOMPARE(strcpy_s(fresh(), 4, "abc"), 0);
+        QCOMPARE(out, QByteArray("abc\0####", 8));
         QVERIFY(strcpy_s(out.data(), 4, "abcd") != 0);
-        QCOMPARE(QByteArray(out.data(), 8), QByteArray("\0bc\0####", 8));
+        QCOMPARE(out, QByteArray("\0bc\0####", 8));
     }
 
     void FormatsWithoutWouldBeLengths()
     {
-        std::array<char, 8> out;
-        out.fill('#');
-        QCOMPARE(sprintf_s(out.data(), 4, "%d", 123), 3);
-        QCOMPARE(sprintf_s(out.data(), 4, "%d", 1234), -1);
-        QCOMPARE(out[0], '\0');
-        QCOMPARE(out[4], '#');
+        char out[8] = {'#', '#', '#', '#', '#', '#', '#', '#'};
+        QCOMPARE(sprintf_s(out, 4, "%d", 123), 3);
+        QCOMPARE(sprintf_s(out, 4, "%d", 1234), -1);
+        QVERIFY(out[0] == '\0' && out[4] == '#');
 
         // A count below the buffer cuts and tells what was written; one beyond it is an error.
-        QCOMPARE(Format(out.data(), 8, 3, "%s", "abcdef"), 3);
-        QCOMPARE(QByteArray(out.data()), QByteArray("abc"));
-        QCOMPARE(Format(out.data(), 8, 7, "%s", "abcdefghij"), 7);
-        QCOMPARE(QByteArray(out.data()), QByteArray("abcdefg"));
-        QCOMPARE(Format(out.data(), 4, 100, "%s", "abcdef"), -1);
+        QCOMPARE(Format(out, 8, 3, "%s", "abcdef"), 3);
+        QCOMPARE(QByteArray(out), QByteArray("abc"));
+        QCOMPARE(Format(out, 8, 7, "%s", "abcdefghij"), 7);
+        QCOMPARE(QByteArray(out), QByteArray("abcdefg"));
+        QCOMPARE(Format(out, 4, 100, "%s", "abcdef"), -1);
         QCOMPARE(out[0], '\0');
-        QCOMPARE(Format(out.data(), 4, 100, "%s", "abc"), 3);
+        QCOMPARE(Format(out, 4, 100, "%s", "abc"), 3);
         QCOMPARE(Format(nullptr, 4, 3, "%s", "abc"), -1);
     }
 };

@@ -1,5 +1,6 @@
 #include "BoxAnswerer.h"
 #include "FileDialogAnswerer.h"
+#include "Files.h"
 
 #include "production/FetchNmea.h"
 #include "production/NmeaExtract.h"
@@ -7,24 +8,12 @@
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
 
 namespace {
-
-void Write(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
-
-QByteArray Content(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
-}
 
 QString Here(const QString& name)
 {
@@ -40,26 +29,31 @@ class TestFetchNmea : public QObject {
     Q_OBJECT
 
 private:
-    static QPushButton* Button(const FetchNmea& window, const QString& text)
+    std::unique_ptr<QTemporaryDir> m_folder;
+
+    static void Press(const FetchNmea& window, const QString& text)
     {
-        const QList<QPushButton*> buttons = window.findChildren<QPushButton*>();
-        for (QPushButton* button : buttons) {
+        for (QPushButton* button : window.findChildren<QPushButton*>()) {
             if (button->text() == text) {
-                return button;
+                return button->click();
             }
         }
-        return nullptr;
+        QFAIL(qPrintable(text));
     }
     static QString Status(const FetchNmea& window) { return window.findChild<QLabel*>()->text(); }
 
     /// Chooses the files and extracts them.
-    static void Fetch(FetchNmea& window, const QStringList& files)
+    static void Fetch(const QStringList& files, const std::function<void()>& between = {})
     {
+        FetchNmea window;
         FileDialogAnswerer dialog(files);
-        Button(window, "选择文件")->click();
+        Press(window, "选择文件");
         QCOMPARE(dialog.answered, 1);
         QVERIFY(Status(window).isEmpty());
-        Button(window, "提取NMEA")->click();
+        if (between) {
+            between();
+        }
+        Press(window, "提取NMEA");
         QVERIFY2(QRegularExpression("^解析完成，耗时\\d+\\.\\d\\ds$").match(Status(window)).hasMatch(),
                  qPrintable(Status(window)));
     }
@@ -67,108 +61,85 @@ private:
 private Q_SLOTS:
     void init()
     {
-        const QStringList names = QDir().entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
-        for (const QString& name : names) {
-            QFileInfo(name).isDir() ? QDir(name).removeRecursively() : QFile::remove(name);
-        }
+        m_folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(QDir::setCurrent(m_folder->path()));
     }
 
     void AsksForManyBinFiles()
     {
         FetchNmea window;
-        QCOMPARE(window.windowTitle(), QStringLiteral("提取NMEA"));
-        QCOMPARE(window.minimumWidth(), 300);
-        QCOMPARE(window.maximumWidth(), 300);
         window.ProcessDirectory();
         QCOMPARE(Status(window), QStringLiteral("解析完成，耗时0.00s"));
-
         FileDialogAnswerer dialog({});
         window.SlotSelectRawFile();
-        QCOMPARE(dialog.title, QStringLiteral("选择文件"));
-        QCOMPARE(dialog.filters, QStringList{"Bin file(*.bin)"});
-        QVERIFY(dialog.manyFiles);
-        QCOMPARE(dialog.directory, QCoreApplication::applicationDirPath());
-        QVERIFY(Status(window).isEmpty());
+        QCOMPARE(QStringList(dialog.filters) << dialog.title << dialog.directory,
+                 (QStringList{"Bin file(*.bin)", "选择文件", QCoreApplication::applicationDirPath()}));
+        QVERIFY(dialog.manyFiles && Status(window).isEmpty());
     }
 
     void EachFileGivesOneBesideIt()
     {
-        Write("a.b.bin", "\x7e\x04$noise" + first + QByteArray("\0\xff", 2) + second);
-        Write("none.bin", "$GPGGA,no star\r\n");
-        Write("empty.bin", QByteArray());
-        Write("none.nmea", "what was there before");
-        FetchNmea window;
-        Fetch(window, {Here("a.b.bin"), Here("none.bin"), Here("empty.bin")});
-        QCOMPARE(Content("a.b.nmea"), first + second);
-        QCOMPARE(Content("none.nmea"), QByteArray());
-        QCOMPARE(Content("empty.nmea"), QByteArray());
-        QCOMPARE(Content("none.bin"), QByteArray("$GPGGA,no star\r\n"));
+        WriteFile("a.b.bin", "\x7e\x04$noise" + first + QByteArray("\0\xff", 2) + second);
+        WriteFile("none.bin", "$GPGGA,no star\r\n");
+        WriteFile("empty.bin", QByteArray());
+        WriteFile("none.nmea", "what was there before");
+        // State is not kept across files.
+        WriteFile("c.bin", "$GPGGA,cut");
+        WriteFile("d.bin", " short*12\r\n" + first);
+        // Of two with one output the second wins.
+        WriteFile("e.1", first);
+        WriteFile("e.2", second);
+        Fetch({Here("a.b.bin"), Here("none.bin"), Here("empty.bin"), Here("c.bin"), Here("d.bin"), Here("e.1"),
+               Here("e.2")});
+        QByteArrayList contents;
+        for (const char* name :
+             {"a.b.nmea", "none.nmea", "none.bin", "empty.nmea", "c.nmea", "d.nmea", "e.nmea"}) {
+            QVERIFY2(QFile::exists(name), name);
+            contents.append(Content(name));
+        }
+        QCOMPARE(contents, (QByteArrayList{first + second, "", "$GPGGA,no star\r\n", "", "", first, second}));
     }
 
-    void BytesInsideASentencePassUnchanged()
+    void SentencesPassUnchanged()
     {
         QByteArray sentences;
         for (int from = 0; from < 256; from += 64) {
-            QByteArray sentence("$");
+            sentences += '$';
             for (int byte = from; byte < from + 64; ++byte) {
-                sentence += static_cast<char>(byte == '$' ? 0 : byte);
+                sentences += static_cast<char>(byte == '$' ? 0 : byte);
             }
-            sentences += sentence + QByteArray("\xef\xbb\xbf*\0\xff\r\n", 8);
+            sentences += QByteArray("\xef\xbb\xbf*\0\xff\r\n", 8);
         }
-        Write("bytes.bin", sentences);
-        ExtractNmea(Here("bytes.bin"));
-        QCOMPARE(Content("bytes.nmea"), sentences);
-    }
-
-    void StateIsKeptAcrossReadsAndNotAcrossFiles()
-    {
+        WriteFile("a.bin", sentences);
+        ExtractNmea(Here("a.bin"));
+        QCOMPARE(Content("a.nmea"), sentences);
         // The sentence lies across the 500th byte at every place.
         for (int before = 500 - first.size(); before <= 500; ++before) {
-            Write("a.bin", QByteArray(before, 'x') + first + second);
+            WriteFile("a.bin", QByteArray(before, 'x') + first + second);
             ExtractNmea(Here("a.bin"));
             QCOMPARE(Content("a.nmea"), first + second);
         }
-        Write("a.bin", "$GPGGA,cut");
-        Write("b.bin", " short*12\r\n" + first);
-        FetchNmea window;
-        Fetch(window, {Here("a.bin"), Here("b.bin")});
-        QCOMPARE(Content("a.nmea"), QByteArray());
-        QCOMPARE(Content("b.nmea"), first);
-    }
-
-    void OfTwoWithOneOutputTheSecondWins()
-    {
-        Write("a.1", first);
-        Write("a.2", second);
-        FetchNmea window;
-        Fetch(window, {Here("a.1"), Here("a.2")});
-        QCOMPARE(Content("a.nmea"), second);
     }
 
     void AFileThatCannotBeOpenedIsPassedOver()
     {
-        Write("a.bin", first);
-        Write("b.bin", second);
-        Write("gone.bin", first);
+        WriteFile("a.bin", first);
+        WriteFile("b.bin", second);
+        WriteFile("gone.bin", first);
         QVERIFY(QDir().mkdir("a.nmea"));
-        FetchNmea window;
-        {
-            FileDialogAnswerer dialog({Here("a.bin"), Here("gone.bin"), Here("b.bin")});
-            window.SlotSelectRawFile();
-        }
-        QVERIFY(QFile::remove("gone.bin"));
         const BoxAnswerer boxes;
-        window.ProcessDirectory();
+        Fetch({Here("a.bin"), Here("gone.bin"), Here("b.bin")}, [] { QVERIFY(QFile::remove("gone.bin")); });
         QVERIFY(boxes.boxes.isEmpty());
         QCOMPARE(Content("b.nmea"), second);
         QVERIFY(!QFile::exists("gone.nmea"));
     }
 
-    /// The output's name is the input's own: opening it for writing would empty the capture.
+    /// The output's name is the input's own: opening it for writing would empty
+    /// the capture.
     void AnInputIsNeverItsOwnOutput()
     {
-        Write("a.nmea", first + "noise");
-        Write("b.nmea", second);
+        WriteFile("a.nmea", first + "noise");
+        WriteFile("b.nmea", second);
         QVERIFY(QFile::link("b.nmea", "b.bin"));
         ExtractNmea(Here("a.nmea"));
         ExtractNmea(Here("b.bin"));

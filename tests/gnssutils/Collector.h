@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Sentence.h"
+
 #include "gnssutils/Codec.h"
 
-#include <QByteArray>
 #include <QByteArrayList>
-#include <QFile>
 #include <QVector>
 
 #include <cstring>
@@ -12,11 +12,6 @@
 /// Keeps everything that a codec hands over.
 class Collector : public gnss::RecordSink {
 public:
-    struct Message {
-        quint32 type;
-        QByteArray payload;
-    };
-
     void OnRecord(GnssCbType type, const void* data, std::size_t length) override
     {
         numbers.append(type);
@@ -35,35 +30,10 @@ public:
         }
         ++textRecords;
     }
-    void OnFix(const gnss::FixRecord& record) override
-    {
-        fixes.append(record);
-        RecordSink::OnFix(record);
-    }
-    void OnCn0(const gnss::Cn0Record& record) override
-    {
-        cn0 = record;
-        RecordSink::OnCn0(record);
-    }
-    void OnSatPos(const gnss::SatPosRecord& record) override
-    {
-        satPos = record;
-        RecordSink::OnSatPos(record);
-    }
     void OnKpiCn0(const gnss::KpiCn0Record& record) override
     {
         kpiCn0 = record;
         RecordSink::OnKpiCn0(record);
-    }
-    void OnCompass(const gnss::CompassRecord& record) override
-    {
-        compass = record;
-        RecordSink::OnCompass(record);
-    }
-    void OnMessage(quint32 type, const quint8* record, std::size_t length) override
-    {
-        messages.append({type, QByteArray(reinterpret_cast<const char*>(record) + 4, static_cast<int>(length))});
-        RecordSink::OnMessage(type, record, length);
     }
 
     int Count(GnssCbType type) const { return numbers.count(type); }
@@ -78,21 +48,33 @@ public:
         }
         return result;
     }
+    /// An image as a record, zeros behind its end.
+    template <typename Record> static Record As(const QByteArray& image)
+    {
+        Record record{};
+        std::memcpy(&record, image.constData(), qMin(sizeof record, std::size_t(image.size())));
+        return record;
+    }
+    template <typename Record> Record Last(GnssCbType type) const
+    {
+        return As<Record>(Images(type).value(Count(type) - 1));
+    }
     template <typename Payload> Payload LastMessage(quint32 type) const
     {
         Payload payload{};
-        for (const Message& message : messages) {
-            if (message.type == type && message.payload.size() == int(sizeof payload)) {
-                std::memcpy(&payload, message.payload.constData(), sizeof payload);
+        for (const QByteArray& image : Images(CB_MESSAGE)) {
+            if (As<quint32>(image) == type && image.size() == int(4 + sizeof payload)) {
+                payload = As<Payload>(image.mid(4));
             }
         }
         return payload;
     }
-    QVector<gnss::FixRecord> ValidFixes() const
+    QVector<gnss::FixRecord> Fixes(bool onlyValid = false) const
     {
         QVector<gnss::FixRecord> result;
-        for (const gnss::FixRecord& fix : fixes) {
-            if (fix.fixMode != 0) {
+        for (const QByteArray& image : Images(CB_DATA)) {
+            const auto fix = As<gnss::FixRecord>(image);
+            if (fix.fixMode != 0 || !onlyValid) {
                 result.append(fix);
             }
         }
@@ -103,12 +85,7 @@ public:
     QVector<QByteArray> images;
     QByteArrayList slots_;
     QByteArrayList whole;
-    QVector<gnss::FixRecord> fixes;
-    QVector<Message> messages;
-    gnss::Cn0Record cn0{};
-    gnss::SatPosRecord satPos{};
-    gnss::KpiCn0Record kpiCn0{};
-    gnss::CompassRecord compass{};
+    gnss::KpiCn0Record kpiCn0{}; ///< also what lies behind its image
     int textRecords = 0;
     bool overfull = false;
 };
@@ -118,27 +95,28 @@ inline void Feed(gnss::Codec& codec, const QByteArray& bytes)
     codec.Decode(reinterpret_cast<const quint8*>(bytes.constData()), static_cast<std::size_t>(bytes.size()));
 }
 
-/// A sentence with its checksum and line end, from what stands between '$' and '*'.
-inline QByteArray Sentence(const QByteArray& body, const QByteArray& lineEnd = "\r\n")
-{
-    quint8 sum = 0;
-    for (const char c : body) {
-        sum = quint8(sum ^ quint8(c));
+/// A codec and what it has found.
+struct Link {
+    Link() : codec(&got) {}
+    void Say(const QByteArray& bytes) { Feed(codec, bytes); }
+    /// Encodes and returns the frame; empty for a negative result.
+    QByteArray Encode(quint32 id, const QByteArray& payload, int outSize = 15000)
+    {
+        QByteArray out(outSize, '\0');
+        const int length =
+            codec.Encode(id, payload.constData(), std::size_t(payload.size()), out.data(), std::size_t(outSize));
+        return length < 0 ? QByteArray() : out.left(length);
     }
-    return '$' + body + '*' + QByteArray::number(sum, 16).rightJustified(2, '0').toUpper() + lineEnd;
-}
 
-inline QByteArray Frame(quint16 id, const QByteArray& payload, quint16 word1 = 0, quint16 word2 = 0)
+    Collector got;
+    gnss::Codec codec;
+};
+
+inline QByteArray Frame(int id, const QByteArray& payload, int word1 = 0, int word2 = 0)
 {
     QByteArray frame(int(gnss::kFrameOverhead) + payload.size(), '\0');
     const std::size_t length =
-        gnss::WriteFrame(reinterpret_cast<quint8*>(frame.data()), std::size_t(frame.size()), id, word1, word2,
-                         payload.constData(), std::size_t(payload.size()));
+        gnss::WriteFrame(reinterpret_cast<quint8*>(frame.data()), std::size_t(frame.size()), quint16(id),
+                         quint16(word1), quint16(word2), payload.constData(), std::size_t(payload.size()));
     return length == std::size_t(frame.size()) ? frame : QByteArray();
-}
-
-inline QByteArray ReadAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

@@ -10,13 +10,74 @@
 #include <string>
 #include <vector>
 
+inline std::string Hex(const char* hex)
+{
+    return QByteArray::fromHex(hex).toStdString();
+}
+
+inline std::string Frame(int id, const std::string& payload, int word1 = 0)
+{
+    return vrx::MakeFrame(std::uint16_t(id), std::uint16_t(word1), 0, payload.data(), payload.size());
+}
+
+inline bool IsFrame(const std::string& message, gnss::FrameView& view)
+{
+    return gnss::ReadFrame(reinterpret_cast<const std::uint8_t*>(message.data()), message.size(), view);
+}
+
+inline bool IsSentence(const std::string& message, const char* formatter)
+{
+    return message.size() > 6 && message[0] == '$' && message.compare(3, 3, formatter) == 0;
+}
+
+inline std::string Field(const std::string& sentence, int index)
+{
+    return QString::fromStdString(sentence).section('*', 0, 0).section(',', index, index).toStdString();
+}
+
+inline double Number(const std::string& sentence, int index)
+{
+    return QByteArray::fromStdString(Field(sentence, index)).toDouble();
+}
+
+inline std::string Joined(const std::vector<std::string>& messages)
+{
+    std::string all;
+    for (const std::string& message : messages) {
+        all += message;
+    }
+    return all;
+}
+
+inline const std::string kStart = Hex("7e0419000100030000000c000100000001000100000000007e");
+inline const std::string kStop = Hex("7e040d0002000000000000007e");
+inline const std::string kColdStart = Hex("7e041200030003000000050001000100017e");
+inline const std::string kHotStart = Hex("7e041200030002000000050001000100007e");
+
 /// A receiver with a clock of its own, and what it has said so far.
 class ReceiverDriver {
 public:
-    static vrx::ReceiverOptions Options()
+    static vrx::ReceiverOptions Options(const char* fault = nullptr)
     {
-        vrx::ReceiverOptions options;
-        options.utcAtPowerOn = vrx::FromFields({2026, 3, 14, 9, 26, 53, 400});
+        static const vrx::ReceiverOptions fresh;
+        auto options = fresh;
+        options.utcAtPowerOn = 1773480413400; // 2026-03-14 09:26:53.4
+        std::string error;
+        if (fault != nullptr && !options.faults.Add(fault, error)) {
+            qFatal("%s", error.c_str());
+        }
+        return options;
+    }
+    static vrx::ReceiverOptions Idle(const char* fault = nullptr)
+    {
+        auto options = Options(fault);
+        options.idle = true;
+        return options;
+    }
+    static vrx::ReceiverOptions Kept(const char* fault = nullptr)
+    {
+        auto options = Options(fault);
+        options.memoryKept = true;
         return options;
     }
 
@@ -35,53 +96,42 @@ public:
         Collect();
     }
 
-    static std::string Bytes(const char* hex) { return QByteArray::fromHex(hex).toStdString(); }
-    static std::string Frame(std::uint16_t id, const std::string& payload, std::uint16_t word1 = 0,
-                             std::uint16_t word2 = 0)
+    /// What comes in answer, at once and within `millis`.
+    std::string Answer(const std::string& bytes, vrx::Millis millis = 0)
     {
-        return vrx::MakeFrame(id, word1, word2, payload.data(), payload.size());
+        messages.clear();
+        SendBytes(bytes);
+        Run(millis);
+        return Joined(messages);
     }
 
-    /// Sends a command and returns the status of the one acknowledgement that answers it; -1 without one.
+    /// What comes in the next `millis` alone.
+    void Listen(vrx::Millis millis) { Answer({}, millis); }
+
+    /// Sends a command and returns the status of the one acknowledgement that
+    /// answers it; -1 without one.
     int Command(const std::string& frame)
     {
         messages.clear();
         SendBytes(frame);
         int status = -1;
-        for (const std::string& message : messages) {
-            gnss::FrameView view;
-            if (IsFrame(message, view) && view.id == gnss::RptAck) {
-                if (status != -1 || view.payloadLength != 4 ||
-                    gnss::ReadU16(view.payload) !=
-                        gnss::ReadU16(reinterpret_cast<const std::uint8_t*>(&frame[4]))) {
-                    return -2;
-                }
-                status = gnss::ReadU16(view.payload + 2);
+        for (const std::string& ack : Frames(gnss::RptAck)) {
+            if (status != -1 || ack.size() != 17 || ack.compare(12, 2, frame, 4, 2) != 0) {
+                return -2;
             }
+            status = gnss::ReadU16(reinterpret_cast<const std::uint8_t*>(&ack[14]));
         }
         return status;
     }
-
-    static bool IsFrame(const std::string& message, gnss::FrameView& view)
-    {
-        return gnss::ReadFrame(reinterpret_cast<const std::uint8_t*>(message.data()), message.size(), view);
-    }
-
-    static bool IsSentence(const std::string& message, const char* formatter)
-    {
-        return message.size() > 6 && message[0] == '$' && message.compare(3, 3, formatter) == 0;
-    }
+    int Command(int id, const std::string& payload, int word1 = 0) { return Command(Frame(id, payload, word1)); }
 
     int CountSentences(const char* formatter) const
     {
-        int count = 0;
-        for (const std::string& message : messages) {
-            count += IsSentence(message, formatter) ? 1 : 0;
-        }
-        return count;
+        return static_cast<int>(std::count_if(messages.begin(), messages.end(),
+                                              [&](const auto& each) { return IsSentence(each, formatter); }));
     }
 
-    std::vector<std::string> Frames(std::uint16_t id) const
+    std::vector<std::string> Frames(int id) const
     {
         std::vector<std::string> found;
         gnss::FrameView view;
@@ -93,13 +143,13 @@ public:
         return found;
     }
 
-    /// Seconds from now to the first valid fix, looking at most `limit` seconds ahead; -1 without one.
+    /// Seconds from now to the first valid fix, looking at most `limit` seconds
+    /// ahead; -1 without one.
     double SecondsToFix(int limit)
     {
         const vrx::Millis begin = now;
         while (now - begin < limit * 1000) {
-            messages.clear();
-            Run(100);
+            Listen(100);
             for (const std::string& message : messages) {
                 if (IsSentence(message, "RMC") && Field(message, 2) == "A") {
                     return static_cast<double>(now - begin) / 1000.0;
@@ -109,36 +159,9 @@ public:
         return -1.0;
     }
 
-    static std::string Field(const std::string& sentence, int index)
-    {
-        return QString::fromStdString(sentence).section('*', 0, 0).section(',', index, index).toStdString();
-    }
-
-    std::string History()
-    {
-        messages.clear();
-        SendBytes(Bytes("7e040d0002010000010000007e"));
-        std::string block;
-        int part = 0;
-        for (const std::string& frame : Frames(gnss::RptHistory)) {
-            gnss::FrameView view;
-            IsFrame(frame, view);
-            if (view.word1 != part++) {
-                return std::string();
-            }
-            block.append(reinterpret_cast<const char*>(view.payload), view.payloadLength);
-        }
-        return block;
-    }
-
     vrx::Receiver receiver;
     vrx::Millis now = 0;
     std::vector<std::string> messages;
-
-    static constexpr const char* kStart = "7e0419000100030000000c000100000001000100000000007e";
-    static constexpr const char* kStop = "7e040d0002000000000000007e";
-    static constexpr const char* kColdStart = "7e041200030003000000050001000100017e";
-    static constexpr const char* kHotStart = "7e041200030002000000050001000100007e";
 
 private:
     void Collect()

@@ -213,7 +213,7 @@ private:
     /// The request as the workbench sends it, with the line end in the authorization.
     QNetworkReply* Ask(const QByteArray& path, const QByteArray& query, const QByteArray& key = kTestKey)
     {
-        QNetworkRequest request(QUrl("https://localhost:" + QString::number(m_service->Port()) + path +
+        QNetworkRequest request(QUrl("https://127.0.0.1:" + QString::number(m_service->Port()) + path +
                                      (query.isEmpty() ? QByteArray() : '?' + query)));
         request.setHeader(QNetworkRequest::ContentDispositionHeader, "attachment;filename=EE.dat");
         request.setRawHeader("X-Requset-ID", "uniqID");
@@ -242,7 +242,7 @@ private:
     QByteArray Raw(const QByteArray& bytes)
     {
         QSslSocket socket;
-        socket.connectToHostEncrypted("localhost", m_service->Port());
+        socket.connectToHostEncrypted("127.0.0.1", m_service->Port());
         if (!socket.waitForEncrypted(10000)) {
             return "no connection: " + socket.errorString().toUtf8();
         }
