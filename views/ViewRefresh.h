@@ -6,13 +6,13 @@ class QTimer;
 class QWidget;
 
 /// Says when what a view shows is to be renewed. A receiver's epoch comes as many records in several reads, and
-/// a renewal for each of them costs more than all the decoding; so it waits for the next tenth of a second, which
+/// a renewal for each of them costs more than all the decoding; so it waits for the next fifth of a second, which
 /// is the same instant for all views: a window with twelve of them is then painted once.
 class ViewRefresh : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr int kPeriodMs = 100;
+    static constexpr int kPeriodMs = 200;
 
     explicit ViewRefresh(QWidget* view);
 
