@@ -7,6 +7,7 @@
 #include "production/FirmwareLoad.h"
 #include "production/StationPort.h"
 #include "production/UnitFiles.h"
+#include "widgets/FixedFont.h"
 
 #include "ui_ProductTest.h"
 
@@ -15,7 +16,6 @@
 #include <QCloseEvent>
 #include <QDebug>
 #include <QFileInfo>
-#include <QFontDatabase>
 #include <QIcon>
 #include <QPointer>
 #include <QSerialPort>
@@ -63,10 +63,7 @@ ProductTest::ProductTest(QWidget* parent)
     readTimer->setTimerType(Qt::PreciseTimer);
     ui->baudRateCbx->setCurrentText(QString::number(usualBaudRate));
     ui->showNmea->setMaximumBlockCount(mostShownSentences);
-    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    // Sentences have neither ligatures nor kerning, and shaping is most of a line's cost.
-    fixed.setStyleStrategy(QFont::PreferNoShaping);
-    ui->showNmea->setFont(fixed);
+    ui->showNmea->setFont(FixedFont());
     m_rows->setHorizontalHeaderLabels(UnitReport::TableHeaders());
     ui->testRltTable->setModel(m_rows);
     ui->testRltTable->setColumnWidth(0, productNumberWidth);

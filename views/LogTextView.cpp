@@ -6,12 +6,12 @@
 #include "main/StatusLog.h"
 #include "views/LogHistory.h"
 #include "views/ViewRefresh.h"
+#include "widgets/FixedFont.h"
 
 #include <QCloseEvent>
 #include <QDir>
 #include <QFile>
 #include <QFont>
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QPlainTextEdit>
@@ -39,10 +39,8 @@ LogTextView::LogTextView(const QString& logName, const char* codecName, QWidget*
     textEdit->setReadOnly(true);
     textEdit->setUndoRedoEnabled(false);
     textEdit->setLineWrapMode(QPlainTextEdit::NoWrap);
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QFont font = FixedFont();
     font.setPointSize(kPointSize);
-    // Sentences and dumps have neither ligatures nor kerning, and shaping is most of a line's cost.
-    font.setStyleStrategy(QFont::PreferNoShaping);
     textEdit->setFont(font);
     textEdit->setFrameShape(QFrame::NoFrame);
     textEdit->viewport()->installEventFilter(this);

@@ -3,6 +3,8 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
+#include <vector>
+
 namespace {
 
 using Sentences = QByteArrayList;
@@ -12,10 +14,12 @@ Sentences Scan(const QByteArray& bytes, int blockSize, NmeaEnding ending = EndsI
     NmeaBuff buff{};
     Sentences found;
     for (int i = 0; i < bytes.size(); i += blockSize) {
-        const QByteArray block = bytes.mid(i, blockSize);
-        const char* p = block.constData();
+        // A copy of exact size, so that a sanitizer sees every byte that is read too many.
+        const QByteArray piece = bytes.mid(i, blockSize);
+        const std::vector<char> block(piece.begin(), piece.end());
+        const char* p = block.data();
         NmeaSentence sentence;
-        while (NextNmeaSentence(buff, p, block.constData() + block.size(), ending, sentence)) {
+        while (NextNmeaSentence(buff, p, block.data() + block.size(), ending, sentence)) {
             found.append(QByteArray(sentence.text, static_cast<int>(sentence.length)));
         }
     }

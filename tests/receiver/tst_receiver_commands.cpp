@@ -45,6 +45,7 @@ private slots:
         for (const int id : {0, 13, 256, 259, 512, 523, 768, 781, 1027, 1029, 0x8001, 65535}) {
             QCOMPARE(driver.Command(id, "\1"), 3);
         }
+        QCOMPARE(driver.Command(257, std::string(7401, 'x')), 1);
         QCOMPARE(driver.Command(3, Hex("0101010101"), 7), 3);
         QCOMPARE(driver.Command(5, "\1", gnss::kStartWord), 3);
     }

@@ -2,6 +2,7 @@
 #include "tools/FixTime.h"
 #include "tools/IntervalStatistics.h"
 #include "tools/LogInput.h"
+#include "tools/LogOutput.h"
 #include "tools/Numbers.h"
 #include "tools/Progress.h"
 
@@ -151,6 +152,21 @@ private Q_SLOTS:
         while (removed.Read(bytes, sizeof bytes) > 0) {
         }
         QVERIFY(removed.Error().empty() && removed.Position() == 500);
+    }
+
+    void OutputKeepsItsOrderWhateverTheSizes()
+    {
+        std::string expected;
+        LogOutput output;
+        QVERIFY(output.Open("out.bin"));
+        for (const std::size_t size : {1, 1000, 262144, 262143, 2, 300000, 0, 5, 1000000}) {
+            const std::string bytes(size, char('a' + expected.size() % 26));
+            output.Write(bytes.data(), size);
+            expected += bytes;
+        }
+        QFile file("out.bin");
+        QVERIFY(output.Finish() && file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().toStdString() == expected);
     }
 };
 
