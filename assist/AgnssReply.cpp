@@ -1,6 +1,6 @@
 #include "AgnssReply.h"
 
-#include "codec/AgnssTags.h"
+#include "protocol/AgnssTags.h"
 
 #include <QCoreApplication>
 

@@ -12,7 +12,7 @@
 #include "main/ProcessState.h"
 #include "main/StatusLog.h"
 
-#include "ImageManager.h"
+#include "host/support/ImageManager.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>

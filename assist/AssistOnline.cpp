@@ -6,12 +6,12 @@
 #include "AssistDeployment.h"
 #include "AssistRecords.h"
 #include "PositionInjection.h"
-#include "codec/Protocol.h"
 #include "main/MessageBoxes.h"
 #include "main/ProcessState.h"
 #include "main/StatusLog.h"
+#include "protocol/LinkFrame.h"
 
-#include "ImageManager.h"
+#include "host/support/ImageManager.h"
 
 #include <QCloseEvent>
 #include <QIcon>

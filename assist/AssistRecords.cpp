@@ -1,6 +1,6 @@
 #include "AssistRecords.h"
 
-#include "codec/Protocol.h"
+#include "protocol/LinkFrame.h"
 
 #include <QtEndian>
 

@@ -2,14 +2,14 @@
 
 #include "AssistRecords.h"
 #include "codec/CommandFrame.h"
-#include "codec/Protocol.h"
 #include "main/AckWait.h"
 #include "main/CommandTexts.h"
 #include "main/FileDialogs.h"
 #include "main/MessageBoxes.h"
 #include "main/StatusLog.h"
+#include "protocol/LinkFrame.h"
 
-#include "ImageManager.h"
+#include "host/support/ImageManager.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>

@@ -2,8 +2,8 @@
 
 #include "AssistRecords.h"
 #include "codec/ClassGnss.h"
-#include "codec/Protocol.h"
 #include "main/StatusLog.h"
+#include "protocol/LinkFrame.h"
 
 #include <QCoreApplication>
 #include <QDebug>

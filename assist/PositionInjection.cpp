@@ -1,8 +1,8 @@
 #include "PositionInjection.h"
 
 #include "codec/BoundsChecked.h"
-#include "codec/Protocol.h"
 #include "main/MessageBoxes.h"
+#include "protocol/LinkFrame.h"
 
 #include <QCoreApplication>
 #include <QDebug>

@@ -6,11 +6,11 @@
 #include "PgnssItems.h"
 #include "codec/BoundsChecked.h"
 #include "codec/ClassGnss.h"
-#include "codec/Protocol.h"
 #include "main/FileDialogs.h"
 #include "main/MessageBoxes.h"
+#include "protocol/LinkFrame.h"
 
-#include "ImageManager.h"
+#include "host/support/ImageManager.h"
 
 #include <QDateTime>
 #include <QDebug>

@@ -1,7 +1,7 @@
-#include "codec/Protocol.h"
 #include "gnssutils/CallbackSink.h"
 #include "gnssutils/Codec.h"
 #include "gnssutils/Geodesy.h"
+#include "protocol/LinkFrame.h"
 
 #include <benchmark/benchmark.h>
 

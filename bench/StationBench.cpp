@@ -4,14 +4,14 @@
 //   StationBench units RECEIVER IMAGE WINDOWS UNITS    units an hour, each window on a receiver of its own
 //   StationBench time RECEIVER IMAGE WINDOWS SECONDS   units for so long, with CPU time and memory
 //
-// station-scan.sh beside this file times the first. The receivers fix within a second and report ten times a second, so that the fixed waits show. The files that
-// the units leave lie beside the program.
+// station-scan.sh beside this file times the first. The receivers fix within a second and report ten times a
+// second, so that the fixed waits show. The files that the units leave lie beside the program.
 
 #include "production/EpochSignals.h"
-#include "production/FirmwareImage.h"
 #include "production/FirmwareLoad.h"
-#include "production/NmeaScan.h"
 #include "production/ProductTest.h"
+#include "protocol/FirmwareImage.h"
+#include "protocol/NmeaScan.h"
 
 #include <QApplication>
 #include <QCheckBox>

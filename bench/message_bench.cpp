@@ -6,7 +6,7 @@
 // Every message differs from the one before it in all values of 40 of its satellites. "Hidden" is a message whose
 // type is not the one that is shown, "Shown" one that is, with the repaint.
 
-#include "codec/Records.h"
+#include "protocol/Records.h"
 #include "views/MessageModels.h"
 #include "views/MessageViewWin.h"
 

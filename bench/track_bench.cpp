@@ -3,7 +3,7 @@
 // one paint and their ratio.
 
 #include "codec/ClassGnss.h"
-#include "codec/Records.h"
+#include "protocol/Records.h"
 #include "views/PositioningViewWin.h"
 #include "views/TrackDots.h"
 #include "views/TrackGeometry.h"

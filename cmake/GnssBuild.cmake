@@ -26,6 +26,33 @@ if(GNSS_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER "${GNSS_CCACHE}")
 endif()
 
+# gnss_room(NAME [QT] [LINKS target...] [WITHOUT file...])
+#
+# A room is a folder and the static library gnss_NAME of all sources in it. What it links is what it may include.
+# Headers are included by the room's name: "protocol/Records.h", "views/log/NMEAViewWin.h". Rooms with QT lie in
+# plugin/ and have moc and uic; their classes are hidden but for the plug-in's own.
+function(gnss_room name)
+    cmake_parse_arguments(R "QT" "" "LINKS;WITHOUT" ${ARGN})
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS "*.cpp" "*.h" "*.ui")
+    foreach(other IN LISTS R_WITHOUT)
+        list(FILTER sources EXCLUDE REGEX "/${other}$")
+    endforeach()
+    add_library(gnss_${name} STATIC ${sources})
+    set_target_properties(gnss_${name} PROPERTIES
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON)
+    target_include_directories(gnss_${name} PUBLIC "${CMAKE_SOURCE_DIR}")
+    target_link_libraries(gnss_${name} PUBLIC ${R_LINKS})
+    if(R_QT)
+        set_target_properties(gnss_${name} PROPERTIES AUTOMOC ON AUTOUIC ON)
+        target_include_directories(gnss_${name} PUBLIC "${CMAKE_SOURCE_DIR}/plugin")
+    else()
+        # Unique symbols would keep a library that is loaded at run time from being unloaded.
+        target_compile_options(gnss_${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+    endif()
+    set_property(GLOBAL APPEND PROPERTY GNSS_ROOMS "${name}|${CMAKE_CURRENT_SOURCE_DIR}")
+endfunction()
+
 # gnss_add_test(NAME SOURCES ... LIBS ... [NEEDS target...] [ENV name=value...] [TIMEOUT seconds] [NO_CODEC]
 #               [DECODER])
 #

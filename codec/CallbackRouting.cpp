@@ -2,8 +2,8 @@
 
 #include "BoundsChecked.h"
 #include "ClassGnss.h"
-#include "GnssCbType.h"
 #include "RecordTarget.h"
+#include "protocol/GnssCbType.h"
 
 #include <QDebug>
 

@@ -1,9 +1,9 @@
 #include "ClassGnss.h"
 
 #include "BoundsChecked.h"
-#include "Protocol.h"
+#include "protocol/LinkFrame.h"
 
-#include "CProductVersion.h"
+#include "host/support/CProductVersion.h"
 
 #include <QByteArray>
 #include <QCoreApplication>

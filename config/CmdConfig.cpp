@@ -4,11 +4,11 @@
 
 #include "codec/BoundsChecked.h"
 #include "codec/CommandFrame.h"
-#include "codec/Protocol.h"
 #include "main/AckWait.h"
 #include "main/StatusLog.h"
+#include "protocol/LinkFrame.h"
 
-#include "CProductVersion.h"
+#include "host/support/CProductVersion.h"
 
 #include <QCloseEvent>
 #include <QDebug>

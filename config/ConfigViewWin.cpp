@@ -5,7 +5,7 @@
 #include "main/MessageBoxes.h"
 #include "main/StatusLog.h"
 
-#include "CProductVersion.h"
+#include "host/support/CProductVersion.h"
 
 #include <QCloseEvent>
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #include "CustomCommand.h"
 
-#include "codec/Protocol.h"
+#include "protocol/LinkFrame.h"
 
 #include <QCoreApplication>
 #include <QDebug>

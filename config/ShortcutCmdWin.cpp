@@ -1,7 +1,7 @@
 #include "ShortcutCmdWin.h"
 
 #include "codec/CommandFrame.h"
-#include "codec/Protocol.h"
+#include "protocol/LinkFrame.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "codec/GnssCbType.h"
-#include "codec/Records.h"
+#include "protocol/GnssCbType.h"
+#include "protocol/Records.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -11,7 +11,7 @@
 #include "widgets/CustomBaudRateWin.h"
 #include "widgets/SerialSetting.h"
 
-#include "CProductVersion.h"
+#include "host/support/CProductVersion.h"
 
 #include <QCoreApplication>
 #include <QDebug>

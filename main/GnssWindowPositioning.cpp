@@ -7,11 +7,11 @@
 #include "WorkingLogs.h"
 #include "codec/CallbackRouting.h"
 #include "codec/CommandFrame.h"
-#include "codec/Protocol.h"
+#include "protocol/LinkFrame.h"
 #include "views/NMEAViewWin.h"
 
-#include "CProductVersion.h"
-#include "ImageManager.h"
+#include "host/support/CProductVersion.h"
+#include "host/support/ImageManager.h"
 
 #include <QPushButton>
 #include <QSerialPort>

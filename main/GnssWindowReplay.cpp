@@ -9,7 +9,7 @@
 #include "widgets/CustomProgressBar.h"
 #include "widgets/MyButton.h"
 
-#include "ImageManager.h"
+#include "host/support/ImageManager.h"
 
 #include <QAction>
 #include <QDebug>

@@ -12,7 +12,7 @@
 #include "widgets/CustomBaudRateWin.h"
 #include "widgets/MyButton.h"
 
-#include "ImageManager.h"
+#include "host/support/ImageManager.h"
 
 #include <QDateTime>
 #include <QDebug>

@@ -4,7 +4,7 @@
 #include "production/ProductTest.h"
 #include "widgets/SerialSetting.h"
 
-#include "ImageManager.h"
+#include "host/support/ImageManager.h"
 
 #include <QFileInfo>
 #include <QPushButton>

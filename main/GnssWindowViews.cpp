@@ -13,7 +13,7 @@
 #include "views/PositioningViewWin.h"
 #include "views/SatellitesPosViewWin.h"
 
-#include "ImageManager.h"
+#include "host/support/ImageManager.h"
 
 #include <QAction>
 #include <QMdiArea>

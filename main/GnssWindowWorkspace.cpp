@@ -9,10 +9,10 @@
 #include "widgets/MyButton.h"
 #include "widgets/SerialSetting.h"
 
-#include "CProductVersion.h"
-#include "ImageManager.h"
-#include "VerCommon.h"
-#include "codec/Protocol.h"
+#include "host/support/CProductVersion.h"
+#include "host/support/ImageManager.h"
+#include "host/support/VerCommon.h"
+#include "protocol/LinkFrame.h"
 
 #include <QAction>
 #include <QHBoxLayout>

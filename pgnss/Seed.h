@@ -1,7 +1,7 @@
 #pragma once
 
-#include "codec/AssistPayloads.h"
 #include "pgnss/SeedErrors.h"
+#include "protocol/AssistPayloads.h"
 
 #include <array>
 #include <cstdint>

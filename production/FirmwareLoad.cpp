@@ -1,8 +1,8 @@
 #include "production/FirmwareLoad.h"
 
 #include "production/FirmwareAnswer.h"
-#include "production/FirmwareImage.h"
 #include "production/StationPort.h"
+#include "protocol/FirmwareImage.h"
 
 #include <QDebug>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "KpiSatellites.h"
 
-#include "codec/Records.h"
+#include "protocol/Records.h"
 
 #include <QDebug>
 

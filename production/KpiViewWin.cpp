@@ -6,10 +6,10 @@
 #include "KpiResultFile.h"
 #include "assist/RefLocWin.h"
 #include "codec/CommandFrame.h"
-#include "codec/Records.h"
 #include "main/AckWait.h"
 #include "main/MessageBoxes.h"
 #include "main/ProcessState.h"
+#include "protocol/Records.h"
 #include "views/RecordCopy.h"
 
 #include <QCloseEvent>

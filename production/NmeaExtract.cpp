@@ -1,7 +1,7 @@
 #include "production/NmeaExtract.h"
 
 #include "codec/BoundsChecked.h"
-#include "production/NmeaScan.h"
+#include "protocol/NmeaScan.h"
 
 #include <QDebug>
 #include <QFile>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "production/EpochSignals.h"
-#include "production/NmeaScan.h"
 #include "production/UnitJudge.h"
 #include "production/UnitReport.h"
+#include "protocol/NmeaScan.h"
 
 #include <QDateTime>
 #include <QString>

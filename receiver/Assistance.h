@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codec/AssistPayloads.h"
+#include "protocol/AssistPayloads.h"
 #include "receiver/Memory.h"
 
 namespace vrx {

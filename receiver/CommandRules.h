@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codec/CommandTable.h"
+#include "protocol/CommandTable.h"
 
 namespace vrx {
 

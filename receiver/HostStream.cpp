@@ -1,6 +1,6 @@
 #include "receiver/HostStream.h"
 
-#include "receiver/LoaderMessages.h"
+#include "protocol/LoaderMessages.h"
 
 #include <algorithm>
 

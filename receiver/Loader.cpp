@@ -1,7 +1,7 @@
 #include "receiver/Loader.h"
 
+#include "protocol/LoaderMessages.h"
 #include "receiver/FaultyOutput.h"
-#include "receiver/LoaderMessages.h"
 
 #include <algorithm>
 

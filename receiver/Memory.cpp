@@ -1,7 +1,7 @@
 #include "receiver/Memory.h"
 
-#include "codec/Protocol.h"
-#include "receiver/Crc32.h"
+#include "protocol/Crc32.h"
+#include "protocol/LinkFrame.h"
 
 #include <cmath>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include "receiver/Receiver.h"
 
-#include "codec/CommandTable.h"
+#include "protocol/CommandTable.h"
 #include "receiver/Assistance.h"
 #include "receiver/CommandRules.h"
 #include "receiver/ReportWriter.h"

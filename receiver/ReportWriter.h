@@ -1,7 +1,7 @@
 #pragma once
 
-#include "codec/MessageRecords.h"
-#include "codec/Protocol.h"
+#include "protocol/LinkFrame.h"
+#include "protocol/MessageRecords.h"
 #include "receiver/Epoch.h"
 
 #include <string>

@@ -1,8 +1,8 @@
 #include "service/Replies.h"
 
-#include "codec/AgnssTags.h"
 #include "pgnss/Expansion.h"
 #include "pgnss/ModelSky.h"
+#include "protocol/AgnssTags.h"
 
 #include <algorithm>
 

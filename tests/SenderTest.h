@@ -7,7 +7,7 @@
 #include "main/ProcessState.h"
 #include "main/StatusLog.h"
 
-#include "HostSupportConfig.h"
+#include "host/support/HostSupportConfig.h"
 
 #include <QPointer>
 #include <QTextCursor>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codec/Records.h"
+#include "protocol/Records.h"
 
 namespace gnsslog {
 

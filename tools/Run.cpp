@@ -1,7 +1,7 @@
 #include "tools/Run.h"
 
 #include "gnssutils/Codec.h"
-#include "production/NmeaScan.h"
+#include "protocol/NmeaScan.h"
 #include "tools/CaptureSummary.h"
 #include "tools/LogInput.h"
 #include "tools/LogOutput.h"

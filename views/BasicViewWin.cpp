@@ -1,6 +1,6 @@
 #include "views/BasicViewWin.h"
 
-#include "codec/Records.h"
+#include "protocol/Records.h"
 #include "views/DisplayTimeZone.h"
 #include "views/FixTexts.h"
 #include "views/RecordCopy.h"

@@ -1,6 +1,6 @@
 #include "views/Cn0ViewWin.h"
 
-#include "codec/Records.h"
+#include "protocol/Records.h"
 #include "views/AgeEdit.h"
 #include "views/Constellations.h"
 #include "views/PlotColours.h"

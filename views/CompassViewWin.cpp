@@ -1,6 +1,6 @@
 #include "views/CompassViewWin.h"
 
-#include "codec/Records.h"
+#include "protocol/Records.h"
 #include "views/RecordConversions.h"
 #include "views/RecordCopy.h"
 #include "views/ViewRefresh.h"
@@ -41,7 +41,8 @@ constexpr QRect kModeBox(-20, 9, 40, 15);
 
 } // namespace
 
-CompassViewWin::CompassViewWin(QWidget* parent) : QWidget(parent), modeText(GetFixModeText(gnss::FixInvalid)), m_refresh(new ViewRefresh(this))
+CompassViewWin::CompassViewWin(QWidget* parent)
+    : QWidget(parent), modeText(GetFixModeText(gnss::FixInvalid)), m_refresh(new ViewRefresh(this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     connect(m_refresh, &ViewRefresh::Due, this, QOverload<>::of(&QWidget::update));

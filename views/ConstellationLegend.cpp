@@ -2,7 +2,7 @@
 
 #include "views/Constellations.h"
 
-#include "ImageManager.h"
+#include "host/support/ImageManager.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 #include "views/DataViewWin.h"
 
-#include "codec/Records.h"
 #include "main/ProcessState.h"
+#include "protocol/Records.h"
 #include "views/FixTexts.h"
 #include "views/RecordCopy.h"
 #include "views/TableLook.h"

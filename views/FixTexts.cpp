@@ -1,6 +1,6 @@
 #include "views/FixTexts.h"
 
-#include "codec/Records.h"
+#include "protocol/Records.h"
 #include "views/RecordConversions.h"
 #include "views/RecordField.h"
 

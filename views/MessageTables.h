@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codec/MessageRecords.h"
+#include "protocol/MessageRecords.h"
 #include "views/RecordField.h"
 
 #include <cstddef>

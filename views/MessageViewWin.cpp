@@ -1,7 +1,7 @@
 #include "views/MessageViewWin.h"
 
-#include "codec/Records.h"
 #include "host/support/CProductVersion.h"
+#include "protocol/Records.h"
 #include "views/MessageTables.h"
 #include "views/MsgViewRightWin.h"
 #include "views/RecordCopy.h"

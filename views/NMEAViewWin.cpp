@@ -1,7 +1,7 @@
 #include "views/NMEAViewWin.h"
 
-#include "codec/Records.h"
 #include "main/GnssSaveData.h"
+#include "protocol/Records.h"
 #include "views/RecordCopy.h"
 
 #include <QBoxLayout>

@@ -1,8 +1,8 @@
 #include "views/PackageViewWin.h"
 
-#include "codec/Records.h"
 #include "host/support/ImageManager.h"
 #include "main/GnssSaveData.h"
+#include "protocol/Records.h"
 #include "views/RecordCopy.h"
 #include "views/RecordField.h"
 #include "views/TableLook.h"

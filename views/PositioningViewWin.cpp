@@ -1,7 +1,7 @@
 #include "views/PositioningViewWin.h"
 
 #include "codec/ClassGnss.h"
-#include "codec/Records.h"
+#include "protocol/Records.h"
 #include "views/AgeEdit.h"
 #include "views/ConstellationLegend.h"
 #include "views/PlotColours.h"

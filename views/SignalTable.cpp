@@ -1,7 +1,7 @@
 #include "views/SignalTable.h"
 
 #include "codec/BoundsChecked.h"
-#include "codec/Records.h"
+#include "protocol/Records.h"
 #include "views/Constellations.h"
 
 #include <QDebug>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "codec/Records.h"
 #include "gnssutils/nmea/Sentences.h"
+#include "protocol/Records.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "codec/CommandTable.h"
-#include "codec/Records.h"
+#include "protocol/CommandTable.h"
+#include "protocol/Records.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codec/Protocol.h"
+#include "protocol/LinkFrame.h"
 
 namespace gnss {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "codec/Records.h"
 #include "gnssutils/nmea/FieldReader.h"
 #include "gnssutils/nmea/Satellites.h"
+#include "protocol/Records.h"
 
 #include <cstddef>
 #include <cstdint>

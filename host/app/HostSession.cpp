@@ -3,11 +3,11 @@
 #include "AssistConfig.h"
 #include "Components.h"
 #include "HeadlessRun.h"
-#include "HostSupportConfig.h"
 #include "HostWindow.h"
 #include "PluginSession.h"
 #include "ProcessFacts.h"
 #include "SerialPortsVariable.h"
+#include "host/support/HostSupportConfig.h"
 
 #include <QApplication>
 #include <QDebug>

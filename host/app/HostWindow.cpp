@@ -1,7 +1,7 @@
 #include "HostWindow.h"
 
 #include "DebugLogPane.h"
-#include "ImageManager.h"
+#include "host/support/ImageManager.h"
 
 #include <QAction>
 #include <QActionGroup>

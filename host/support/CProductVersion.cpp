@@ -1,6 +1,6 @@
-#include "CProductVersion.h"
+#include "host/support/CProductVersion.h"
 
-#include "HostSupportConfig.h"
+#include "host/support/HostSupportConfig.h"
 
 int CProductVersion::GetVersion()
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "HostSupportGlobal.h"
+#include "host/support/HostSupportGlobal.h"
 
 /// The product (chip) number of the run.
 class HOST_SUPPORT_EXPORT CProductVersion {

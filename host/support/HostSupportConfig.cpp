@@ -1,4 +1,4 @@
-#include "HostSupportConfig.h"
+#include "host/support/HostSupportConfig.h"
 
 #include <atomic>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "HostSupportGlobal.h"
+#include "host/support/HostSupportGlobal.h"
 
 /// What our own host tells the support classes before it loads the plug-in. The plug-in never includes this.
 namespace HostSupportConfig {

@@ -1,4 +1,4 @@
-#include "ImageManager.h"
+#include "host/support/ImageManager.h"
 
 #include <QDebug>
 #include <QFile>

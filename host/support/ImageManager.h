@@ -1,6 +1,6 @@
 #pragma once
 
-#include "HostSupportGlobal.h"
+#include "host/support/HostSupportGlobal.h"
 
 #include <QPixmap>
 #include <QString>

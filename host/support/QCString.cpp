@@ -1,4 +1,4 @@
-#include "QCString.h"
+#include "host/support/QCString.h"
 
 QCString::QCString(const wchar_t* text) : m_text(text ? text : L"") {}
 

@@ -1,6 +1,6 @@
-#include "VerCommon.h"
+#include "host/support/VerCommon.h"
 
-#include "HostSupportConfig.h"
+#include "host/support/HostSupportConfig.h"
 
 #include <QCoreApplication>
 #include <QDir>

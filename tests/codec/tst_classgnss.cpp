@@ -5,7 +5,7 @@
 #include "codec/ClassGnss.h"
 #include "codec/RecordTarget.h"
 
-#include "HostSupportConfig.h"
+#include "host/support/HostSupportConfig.h"
 
 #include <QRegularExpression>
 #include <QtTest>

@@ -1,6 +1,6 @@
 #include "plugin/MainInterface.h"
 
-#include "CProductVersion.h"
+#include "host/support/CProductVersion.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "Files.h"
-#include "ImageManager.h"
 #include "LogCatcher.h"
+#include "host/support/ImageManager.h"
 
 #include <QDirIterator>
 #include <QIcon>

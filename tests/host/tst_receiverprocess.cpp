@@ -1,6 +1,6 @@
 #include "Files.h"
-#include "ImageManager.h"
 #include "ReceiverProcess.h"
+#include "host/support/ImageManager.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>

@@ -4,8 +4,8 @@
 #include "codec/ClassGnss.h"
 #include "codec/CommandFrame.h"
 #include "codec/RecordTarget.h"
-#include "codec/Records.h"
 #include "production/KpiSatellites.h"
+#include "protocol/Records.h"
 #include "receiver/Receiver.h"
 #include "receiver/Utc.h"
 

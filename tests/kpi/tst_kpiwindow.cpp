@@ -2,9 +2,9 @@
 #include "Files.h"
 #include "SenderTest.h"
 
-#include "codec/Records.h"
 #include "production/KpiSatellites.h"
 #include "production/KpiViewWin.h"
+#include "protocol/Records.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -8,7 +8,7 @@
 #include "main/GnssWindow.h"
 #include "main/ProcessState.h"
 
-#include "HostSupportConfig.h"
+#include "host/support/HostSupportConfig.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>

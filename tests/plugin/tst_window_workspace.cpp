@@ -2,7 +2,7 @@
 #include "WindowTest.h"
 
 #include "codec/RecordTarget.h"
-#include "codec/Records.h"
+#include "protocol/Records.h"
 
 #include <QPlainTextEdit>
 #include <QSignalSpy>

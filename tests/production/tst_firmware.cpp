@@ -1,5 +1,5 @@
 #include "production/FirmwareAnswer.h"
-#include "production/FirmwareImage.h"
+#include "protocol/FirmwareImage.h"
 
 #include "ImageDescription.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codec/Protocol.h"
+#include "protocol/LinkFrame.h"
 #include "receiver/Receiver.h"
 #include "receiver/ReportWriter.h"
 #include "receiver/TextNumbers.h"

@@ -1,10 +1,10 @@
 #include "ReceiverDriver.h"
 
 #include "assist/AssistRecords.h"
-#include "codec/AgnssTags.h"
-#include "codec/CommandTable.h"
 #include "pgnss/Expansion.h"
 #include "pgnss/ModelSky.h"
+#include "protocol/AgnssTags.h"
+#include "protocol/CommandTable.h"
 #include "receiver/Assistance.h"
 #include "service/Replies.h"
 

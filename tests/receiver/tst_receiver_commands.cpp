@@ -1,6 +1,6 @@
 #include "ReceiverDriver.h"
 
-#include "codec/CommandTable.h"
+#include "protocol/CommandTable.h"
 
 #include <random>
 

@@ -1,5 +1,5 @@
 #include "ReceiverDriver.h"
-#include "receiver/LoaderMessages.h"
+#include "protocol/LoaderMessages.h"
 #include "receiver/NmeaWriter.h"
 
 using vrx::LoaderMessage;

@@ -1,7 +1,7 @@
 #include "ClientSide.h"
 
-#include "codec/AgnssTags.h"
 #include "pgnss/Seed.h"
+#include "protocol/AgnssTags.h"
 #include "service/Options.h"
 #include "service/Replies.h"
 

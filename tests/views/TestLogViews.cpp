@@ -1,7 +1,7 @@
-#include "codec/Records.h"
 #include "main/GnssSaveData.h"
 #include "main/ProcessState.h"
 #include "main/StatusLog.h"
+#include "protocol/Records.h"
 #include "views/HexDump.h"
 #include "views/HexViewWin.h"
 #include "views/LogFolder.h"

@@ -1,6 +1,6 @@
 #include "ImageDescription.h"
 
-#include "receiver/LoaderMessages.h"
+#include "protocol/LoaderMessages.h"
 
 #include <algorithm>
 #include <charconv>

@@ -2,7 +2,7 @@
 
 #include "ImageDescription.h"
 
-#include "production/FirmwareImage.h"
+#include "protocol/FirmwareImage.h"
 
 #include <algorithm>
 #include <cstdio>

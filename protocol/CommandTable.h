@@ -4,8 +4,8 @@
 // the codec and the virtual receiver, free of Qt. The codec frames any payload of a known id that fits a
 // frame; it is the receiver that judges length and range, so that a wrong one is answered and not swallowed.
 
-#include "codec/AssistPayloads.h"
-#include "codec/Protocol.h"
+#include "protocol/AssistPayloads.h"
+#include "protocol/LinkFrame.h"
 
 namespace gnss {
 
@@ -18,7 +18,7 @@ struct CommandForm {
     std::uint16_t maxPayload; ///< bytes, inclusive
 };
 
-// Lengths of the assistance items, of codec/AssistPayloads.h.
+// Lengths of the assistance items, of protocol/AssistPayloads.h.
 constexpr std::uint16_t kMinEphemeris = static_cast<std::uint16_t>(AssistEphemerisSize(1));
 constexpr std::uint16_t kMaxEphemeris = static_cast<std::uint16_t>(AssistEphemerisSize(kMaxAssistSatellites));
 constexpr std::uint16_t kMinChannels = static_cast<std::uint16_t>(AssistChannelsSize(1));

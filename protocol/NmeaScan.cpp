@@ -1,4 +1,4 @@
-#include "production/NmeaScan.h"
+#include "protocol/NmeaScan.h"
 
 #include <algorithm>
 #include <cstring>

@@ -13,8 +13,8 @@
 //
 // Satellites are numbered from 1 inside their system. docs/receiver-link.md lists the bodies.
 
-#include "codec/ByteImage.h"
-#include "codec/Protocol.h"
+#include "protocol/ByteImage.h"
+#include "protocol/LinkFrame.h"
 
 #include <array>
 #include <cmath>

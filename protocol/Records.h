@@ -175,4 +175,4 @@ static_assert(sizeof(CbRecvAckType) == 4);
 
 } // namespace gnss
 
-#include "MessageRecords.h"
+#include "protocol/MessageRecords.h"

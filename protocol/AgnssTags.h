@@ -3,7 +3,7 @@
 // The tags of the online assistance's reply body and the commands that carry their records to the receiver; free
 // of Qt.
 
-#include "codec/Protocol.h"
+#include "protocol/LinkFrame.h"
 
 namespace gnss {
 

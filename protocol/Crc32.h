@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codec/ByteImage.h"
+#include "protocol/ByteImage.h"
 
 #include <string_view>
 

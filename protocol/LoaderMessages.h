@@ -1,6 +1,6 @@
 #pragma once
 
-#include "receiver/Crc32.h"
+#include "protocol/Crc32.h"
 
 #include <cstddef>
 #include <cstdint>

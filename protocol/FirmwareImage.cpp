@@ -1,4 +1,4 @@
-#include "production/FirmwareImage.h"
+#include "protocol/FirmwareImage.h"
 
 #include <algorithm>
 #include <iterator>
