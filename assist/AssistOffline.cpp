@@ -7,10 +7,10 @@
 #include "PositionInjection.h"
 #include "SeedDecoder.h"
 #include "SeedRules.h"
-#include "main/FileDialogs.h"
-#include "main/MessageBoxes.h"
-#include "main/ProcessState.h"
-#include "main/StatusLog.h"
+#include "base/FileDialogs.h"
+#include "base/MessageBoxes.h"
+#include "base/ProcessState.h"
+#include "base/StatusLog.h"
 
 #include "host/support/ImageManager.h"
 

@@ -6,9 +6,9 @@
 #include "AssistDeployment.h"
 #include "AssistRecords.h"
 #include "PositionInjection.h"
-#include "main/MessageBoxes.h"
-#include "main/ProcessState.h"
-#include "main/StatusLog.h"
+#include "base/MessageBoxes.h"
+#include "base/ProcessState.h"
+#include "base/StatusLog.h"
 #include "protocol/LinkFrame.h"
 
 #include "host/support/ImageManager.h"

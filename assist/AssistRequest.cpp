@@ -3,7 +3,7 @@
 
 #include "AssistRequest.h"
 
-#include "codec/BoundsChecked.h"
+#include "base/BoundsChecked.h"
 
 #include <QDebug>
 #include <QNetworkAccessManager>

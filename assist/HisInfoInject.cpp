@@ -1,12 +1,12 @@
 #include "HisInfoInject.h"
 
 #include "AssistRecords.h"
+#include "base/AckWait.h"
+#include "base/CommandTexts.h"
+#include "base/FileDialogs.h"
+#include "base/MessageBoxes.h"
+#include "base/StatusLog.h"
 #include "codec/CommandFrame.h"
-#include "main/AckWait.h"
-#include "main/CommandTexts.h"
-#include "main/FileDialogs.h"
-#include "main/MessageBoxes.h"
-#include "main/StatusLog.h"
 #include "protocol/LinkFrame.h"
 
 #include "host/support/ImageManager.h"

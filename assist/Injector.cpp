@@ -1,9 +1,9 @@
 #include "Injector.h"
 
+#include "base/CommandTexts.h"
+#include "base/ProcessState.h"
+#include "base/StatusLog.h"
 #include "codec/CommandFrame.h"
-#include "main/CommandTexts.h"
-#include "main/ProcessState.h"
-#include "main/StatusLog.h"
 
 #include <QDebug>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "main/AckWait.h"
+#include "base/AckWait.h"
 
 #include <QByteArray>
 #include <QPointer>

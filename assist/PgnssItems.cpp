@@ -1,8 +1,8 @@
 #include "PgnssItems.h"
 
 #include "AssistRecords.h"
+#include "base/StatusLog.h"
 #include "codec/ClassGnss.h"
-#include "main/StatusLog.h"
 #include "protocol/LinkFrame.h"
 
 #include <QCoreApplication>

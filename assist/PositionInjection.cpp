@@ -1,7 +1,7 @@
 #include "PositionInjection.h"
 
-#include "codec/BoundsChecked.h"
-#include "main/MessageBoxes.h"
+#include "base/BoundsChecked.h"
+#include "base/MessageBoxes.h"
 #include "protocol/LinkFrame.h"
 
 #include <QCoreApplication>

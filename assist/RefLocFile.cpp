@@ -1,6 +1,6 @@
 #include "RefLocFile.h"
 
-#include "IniText.h"
+#include "base/IniText.h"
 
 #include <QFile>
 #include <QSettings>

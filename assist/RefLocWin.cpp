@@ -1,6 +1,6 @@
 #include "RefLocWin.h"
 
-#include "main/MessageBoxes.h"
+#include "base/MessageBoxes.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>

@@ -4,10 +4,10 @@
 
 #include "AssistRecords.h"
 #include "PgnssItems.h"
-#include "codec/BoundsChecked.h"
+#include "base/BoundsChecked.h"
+#include "base/FileDialogs.h"
+#include "base/MessageBoxes.h"
 #include "codec/ClassGnss.h"
-#include "main/FileDialogs.h"
-#include "main/MessageBoxes.h"
 #include "protocol/LinkFrame.h"
 
 #include "host/support/ImageManager.h"

@@ -9,8 +9,8 @@
 
 #include "assist/AssistOffline.h"
 #include "assist/AssistOnline.h"
+#include "base/ProcessState.h"
 #include "main/GnssWindow.h"
-#include "main/ProcessState.h"
 
 #include "AssistConfig.h"
 #include "ServiceProcess.h"

@@ -3,8 +3,8 @@
 //
 //   ReplaySpeed CAPTURE
 
+#include "base/ProcessState.h"
 #include "main/GnssWindow.h"
-#include "main/ProcessState.h"
 
 #include <QApplication>
 #include <QDir>

@@ -10,8 +10,8 @@
 //
 // It runs in the folder of the program, whose Source-Datas/bin holds the codec.
 
+#include "base/ProcessState.h"
 #include "main/GnssWindow.h"
-#include "main/ProcessState.h"
 #include "views/NMEAViewWin.h"
 
 #include <QAbstractButton>

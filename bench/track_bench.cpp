@@ -2,12 +2,12 @@
 // ellipse a point. Both convert every point at every paint. The counters give milliseconds of processor time of
 // one paint and their ratio.
 
+#include "base/TrackState.h"
 #include "codec/ClassGnss.h"
 #include "protocol/Records.h"
 #include "views/PositioningViewWin.h"
 #include "views/TrackDots.h"
 #include "views/TrackGeometry.h"
-#include "views/TrackState.h"
 
 #include <QApplication>
 #include <QImage>

@@ -1,8 +1,8 @@
 #include "CallbackRouting.h"
 
-#include "BoundsChecked.h"
 #include "ClassGnss.h"
 #include "RecordTarget.h"
+#include "base/BoundsChecked.h"
 #include "protocol/GnssCbType.h"
 
 #include <QDebug>

@@ -1,6 +1,6 @@
 #include "ClassGnss.h"
 
-#include "BoundsChecked.h"
+#include "base/BoundsChecked.h"
 #include "protocol/LinkFrame.h"
 
 #include "host/support/CProductVersion.h"

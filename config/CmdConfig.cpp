@@ -2,10 +2,10 @@
 
 #include "ui_CmdConfig.h"
 
-#include "codec/BoundsChecked.h"
+#include "base/AckWait.h"
+#include "base/BoundsChecked.h"
+#include "base/StatusLog.h"
 #include "codec/CommandFrame.h"
-#include "main/AckWait.h"
-#include "main/StatusLog.h"
 #include "protocol/LinkFrame.h"
 
 #include "host/support/CProductVersion.h"

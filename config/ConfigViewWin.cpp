@@ -1,9 +1,9 @@
 #include "ConfigViewWin.h"
 
 #include "CustomCommand.h"
+#include "base/MessageBoxes.h"
+#include "base/StatusLog.h"
 #include "codec/CommandFrame.h"
-#include "main/MessageBoxes.h"
-#include "main/StatusLog.h"
 
 #include "host/support/CProductVersion.h"
 

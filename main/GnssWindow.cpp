@@ -1,13 +1,13 @@
 #include "GnssWindow.h"
 
 #include "PortList.h"
-#include "ProcessState.h"
-#include "StatusLog.h"
+#include "base/ProcessState.h"
+#include "base/StatusLog.h"
+#include "base/TrackState.h"
 #include "codec/CallbackRouting.h"
 #include "codec/ClassGnss.h"
 #include "production/ProductTest.h"
 #include "views/DisplayTimeZone.h"
-#include "views/TrackState.h"
 #include "widgets/CustomBaudRateWin.h"
 #include "widgets/SerialSetting.h"
 

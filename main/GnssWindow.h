@@ -1,10 +1,10 @@
 #pragma once
 
-#include "GnssAck.h"
 #include "assist/AssistOffline.h"
 #include "assist/AssistOnline.h"
 #include "assist/HisInfoInject.h"
 #include "assist/SenceReplay.h"
+#include "base/GnssAck.h"
 #include "codec/RecordTarget.h"
 #include "production/FetchNmea.h"
 #include "production/VersionLoad.h"

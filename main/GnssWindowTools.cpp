@@ -1,6 +1,6 @@
 #include "GnssWindow.h"
 
-#include "StatusLog.h"
+#include "base/StatusLog.h"
 #include "production/ProductTest.h"
 #include "widgets/SerialSetting.h"
 

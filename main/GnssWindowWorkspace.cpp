@@ -2,8 +2,8 @@
 
 #include "ControlTree.h"
 #include "PortList.h"
-#include "ProcessState.h"
-#include "StatusLog.h"
+#include "base/ProcessState.h"
+#include "base/StatusLog.h"
 #include "widgets/CustomProgressBar.h"
 #include "widgets/LeftDockWidget.h"
 #include "widgets/MyButton.h"

@@ -1,6 +1,6 @@
 #include "production/EpochStore.h"
 
-#include "codec/BoundsChecked.h"
+#include "base/BoundsChecked.h"
 
 #include <QDebug>
 

@@ -1,8 +1,8 @@
 #include "production/FetchNmea.h"
 
+#include "base/FileDialogs.h"
+#include "base/MessageBoxes.h"
 #include "host/support/ImageManager.h"
-#include "main/FileDialogs.h"
-#include "main/MessageBoxes.h"
 #include "production/NmeaExtract.h"
 
 #include <QCoreApplication>

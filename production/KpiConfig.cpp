@@ -1,6 +1,6 @@
 #include "KpiConfig.h"
 
-#include "assist/IniText.h"
+#include "base/IniText.h"
 
 #include <QFile>
 #include <QSettings>

@@ -5,10 +5,10 @@
 #include "KpiFixTexts.h"
 #include "KpiResultFile.h"
 #include "assist/RefLocWin.h"
+#include "base/AckWait.h"
+#include "base/MessageBoxes.h"
+#include "base/ProcessState.h"
 #include "codec/CommandFrame.h"
-#include "main/AckWait.h"
-#include "main/MessageBoxes.h"
-#include "main/ProcessState.h"
 #include "protocol/Records.h"
 #include "views/RecordCopy.h"
 

@@ -1,6 +1,6 @@
 #include "production/NmeaExtract.h"
 
-#include "codec/BoundsChecked.h"
+#include "base/BoundsChecked.h"
 #include "protocol/NmeaScan.h"
 
 #include <QDebug>

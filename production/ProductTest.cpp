@@ -1,13 +1,13 @@
 #include "production/ProductTest.h"
 
-#include "main/FileDialogs.h"
+#include "base/FileDialogs.h"
+#include "base/FixedFont.h"
 #include "main/PortList.h"
 #include "main/RawCapture.h"
 #include "main/SerialLine.h"
 #include "production/FirmwareLoad.h"
 #include "production/StationPort.h"
 #include "production/UnitFiles.h"
-#include "widgets/FixedFont.h"
 
 #include "ui_ProductTest.h"
 

@@ -1,6 +1,6 @@
 #include "production/StationPort.h"
 
-#include "main/MessageBoxes.h"
+#include "base/MessageBoxes.h"
 #include "main/PortList.h"
 #include "production/FirmwareLoad.h"
 

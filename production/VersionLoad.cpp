@@ -1,9 +1,9 @@
 #include "production/VersionLoad.h"
 
-#include "main/FileDialogs.h"
-#include "main/MessageBoxes.h"
+#include "base/FileDialogs.h"
+#include "base/MessageBoxes.h"
+#include "base/ProcessState.h"
 #include "main/PortList.h"
-#include "main/ProcessState.h"
 #include "production/FirmwareLoad.h"
 #include "production/StationPort.h"
 

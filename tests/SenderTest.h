@@ -2,10 +2,10 @@
 
 #include "FakeCodec.h"
 
+#include "base/GnssAck.h"
+#include "base/ProcessState.h"
+#include "base/StatusLog.h"
 #include "codec/ClassGnss.h"
-#include "main/GnssAck.h"
-#include "main/ProcessState.h"
-#include "main/StatusLog.h"
 
 #include "host/support/HostSupportConfig.h"
 

@@ -1,6 +1,6 @@
 #include "views/DataViewWin.h"
 
-#include "main/ProcessState.h"
+#include "base/ProcessState.h"
 #include "protocol/Records.h"
 #include "views/FixTexts.h"
 #include "views/RecordCopy.h"

@@ -1,6 +1,6 @@
 #include "views/HexViewWin.h"
 
-#include "main/GnssSaveData.h"
+#include "base/GnssSaveData.h"
 #include "views/HexDump.h"
 
 #include <QBoxLayout>

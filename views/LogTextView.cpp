@@ -1,12 +1,12 @@
 #include "views/LogTextView.h"
 
+#include "base/ClockText.h"
+#include "base/FixedFont.h"
+#include "base/GnssSaveData.h"
+#include "base/StatusLog.h"
 #include "host/support/ImageManager.h"
-#include "main/ClockText.h"
-#include "main/GnssSaveData.h"
-#include "main/StatusLog.h"
 #include "views/LogHistory.h"
 #include "views/ViewRefresh.h"
-#include "widgets/FixedFont.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -44,7 +44,8 @@ LogTextView::LogTextView(const QString& logName, const char* codecName, QWidget*
     textEdit->setFont(font);
     textEdit->setFrameShape(QFrame::NoFrame);
     textEdit->viewport()->installEventFilter(this);
-    // The end stays in sight through tiling and hiding too, not only while lines come in, until it is scrolled away.
+    // The end stays in sight through tiling and hiding too, not only while lines come in, until it is scrolled
+    // away.
     QScrollBar* bar = textEdit->verticalScrollBar();
     connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { m_follows = value == bar->maximum(); });
     connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int maximum) {

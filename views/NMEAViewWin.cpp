@@ -1,6 +1,6 @@
 #include "views/NMEAViewWin.h"
 
-#include "main/GnssSaveData.h"
+#include "base/GnssSaveData.h"
 #include "protocol/Records.h"
 #include "views/RecordCopy.h"
 

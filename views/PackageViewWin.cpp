@@ -1,7 +1,7 @@
 #include "views/PackageViewWin.h"
 
+#include "base/GnssSaveData.h"
 #include "host/support/ImageManager.h"
-#include "main/GnssSaveData.h"
 #include "protocol/Records.h"
 #include "views/RecordCopy.h"
 #include "views/RecordField.h"

@@ -1,6 +1,6 @@
 #include "views/RecordCopy.h"
 
-#include "codec/BoundsChecked.h"
+#include "base/BoundsChecked.h"
 
 #include <QDebug>
 

@@ -1,8 +1,8 @@
 #include "views/SetCenterPointWin.h"
 
+#include "base/TrackState.h"
 #include "views/AngleRow.h"
 #include "views/TrackGeometry.h"
-#include "views/TrackState.h"
 
 #include <QComboBox>
 #include <QFormLayout>

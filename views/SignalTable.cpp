@@ -1,6 +1,6 @@
 #include "views/SignalTable.h"
 
-#include "codec/BoundsChecked.h"
+#include "base/BoundsChecked.h"
 #include "protocol/Records.h"
 #include "views/Constellations.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "views/TrackState.h"
+#include "base/TrackState.h"
 
 #include <QPointF>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "codec/BoundsChecked.h"
+#include "base/BoundsChecked.h"
 
 #include <QtTest>
 

@@ -1,6 +1,7 @@
 #include "PaintedViews.h"
 #include "views/LogFolder.h"
 
+#include "base/TrackState.h"
 #include "codec/ClassGnss.h"
 #include "views/BasicViewWin.h"
 #include "views/Cn0ViewWin.h"
@@ -13,7 +14,6 @@
 #include "views/PackageViewWin.h"
 #include "views/PositioningViewWin.h"
 #include "views/SatellitesPosViewWin.h"
-#include "views/TrackState.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>

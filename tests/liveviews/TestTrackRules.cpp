@@ -1,8 +1,8 @@
+#include "base/TrackState.h"
 #include "views/AngleForm.h"
 #include "views/SetCenterPointWin.h"
 #include "views/TrackDots.h"
 #include "views/TrackGeometry.h"
-#include "views/TrackState.h"
 
 #include <QComboBox>
 #include <QDoubleSpinBox>

@@ -1,9 +1,9 @@
 #include "PaintedViews.h"
 
+#include "base/TrackState.h"
 #include "codec/ClassGnss.h"
 #include "views/PositioningViewWin.h"
 #include "views/SetCenterPointWin.h"
-#include "views/TrackState.h"
 
 #include <QAction>
 #include <QTest>

@@ -1,6 +1,6 @@
-#include "main/AckWait.h"
-#include "main/GnssAck.h"
-#include "main/ProcessState.h"
+#include "base/AckWait.h"
+#include "base/GnssAck.h"
+#include "base/ProcessState.h"
 
 #include <QAbstractEventDispatcher>
 #include <QtTest>

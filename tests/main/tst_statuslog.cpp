@@ -1,6 +1,6 @@
 #include "Files.h"
-#include "main/ProcessState.h"
-#include "main/StatusLog.h"
+#include "base/ProcessState.h"
+#include "base/StatusLog.h"
 
 #include <QRegularExpression>
 #include <QTextBlock>

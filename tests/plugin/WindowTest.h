@@ -5,8 +5,8 @@
 #include "Files.h"
 #include "Pty.h"
 
+#include "base/ProcessState.h"
 #include "main/GnssWindow.h"
-#include "main/ProcessState.h"
 
 #include "host/support/HostSupportConfig.h"
 

@@ -1,8 +1,8 @@
 #include "AssistConfig.h"
 #include "ServiceProcess.h"
 
+#include "base/ProcessState.h"
 #include "main/GnssWindow.h"
-#include "main/ProcessState.h"
 #include "views/NMEAViewWin.h"
 
 #include <QAbstractButton>

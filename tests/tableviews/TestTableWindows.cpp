@@ -1,7 +1,7 @@
 #include "Image.h"
 #include "views/LogFolder.h"
 
-#include "main/ProcessState.h"
+#include "base/ProcessState.h"
 #include "views/BasicViewWin.h"
 #include "views/DataViewWin.h"
 #include "views/DisplayTimeZone.h"

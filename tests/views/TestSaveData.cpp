@@ -1,5 +1,5 @@
-#include "main/GnssSaveData.h"
-#include "main/WorkingLogs.h"
+#include "base/GnssSaveData.h"
+#include "base/WorkingLogs.h"
 #include "views/LogFolder.h"
 
 #include <QDateTime>

@@ -1,4 +1,4 @@
-#include "MessageBoxes.h"
+#include "base/MessageBoxes.h"
 
 #include <QPointer>
 

@@ -1,4 +1,4 @@
-#include "ProcessState.h"
+#include "base/ProcessState.h"
 
 namespace Global {
 

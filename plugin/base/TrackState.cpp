@@ -1,4 +1,4 @@
-#include "views/TrackState.h"
+#include "base/TrackState.h"
 
 namespace TrackState {
 

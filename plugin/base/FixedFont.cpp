@@ -1,4 +1,4 @@
-#include "widgets/FixedFont.h"
+#include "base/FixedFont.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>

@@ -1,6 +1,6 @@
-#include "main/GnssSaveData.h"
+#include "base/GnssSaveData.h"
 
-#include "main/ClockText.h"
+#include "base/ClockText.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

@@ -1,4 +1,4 @@
-#include "CommandTexts.h"
+#include "base/CommandTexts.h"
 
 #include <QCoreApplication>
 

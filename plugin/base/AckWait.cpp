@@ -1,7 +1,7 @@
-#include "AckWait.h"
+#include "base/AckWait.h"
 
-#include "CommandTexts.h"
-#include "ProcessState.h"
+#include "base/CommandTexts.h"
+#include "base/ProcessState.h"
 
 #include <QCoreApplication>
 #include <QThread>

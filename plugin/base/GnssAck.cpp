@@ -1,8 +1,8 @@
-#include "GnssAck.h"
+#include "base/GnssAck.h"
 
-#include "CommandTexts.h"
-#include "ProcessState.h"
-#include "codec/BoundsChecked.h"
+#include "base/BoundsChecked.h"
+#include "base/CommandTexts.h"
+#include "base/ProcessState.h"
 
 GnssAck::GnssAck(QObject* parent) : QObject(parent) {}
 

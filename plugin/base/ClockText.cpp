@@ -1,4 +1,4 @@
-#include "main/ClockText.h"
+#include "base/ClockText.h"
 
 #include <QDateTime>
 

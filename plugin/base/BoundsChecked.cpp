@@ -1,4 +1,4 @@
-#include "BoundsChecked.h"
+#include "base/BoundsChecked.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,6 +1,6 @@
-#include "StatusLog.h"
+#include "base/StatusLog.h"
 
-#include "ProcessState.h"
+#include "base/ProcessState.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>

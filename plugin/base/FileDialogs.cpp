@@ -1,4 +1,4 @@
-#include "FileDialogs.h"
+#include "base/FileDialogs.h"
 
 #include <QFileDialog>
 #include <QPointer>

@@ -1,6 +1,6 @@
-#include "main/WorkingLogs.h"
+#include "base/WorkingLogs.h"
 
-#include "main/GnssSaveData.h"
+#include "base/GnssSaveData.h"
 
 #include <QDir>
 #include <QFile>
