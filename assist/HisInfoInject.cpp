@@ -6,7 +6,7 @@
 #include "base/FileDialogs.h"
 #include "base/MessageBoxes.h"
 #include "base/StatusLog.h"
-#include "codec/CommandFrame.h"
+#include "bridge/CommandFrame.h"
 #include "protocol/LinkFrame.h"
 
 #include "host/support/ImageManager.h"

@@ -3,7 +3,7 @@
 #include "base/CommandTexts.h"
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"
-#include "codec/CommandFrame.h"
+#include "bridge/CommandFrame.h"
 
 #include <QDebug>
 

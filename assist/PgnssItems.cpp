@@ -2,7 +2,7 @@
 
 #include "AssistRecords.h"
 #include "base/StatusLog.h"
-#include "codec/ClassGnss.h"
+#include "bridge/ClassGnss.h"
 #include "protocol/LinkFrame.h"
 
 #include <QCoreApplication>

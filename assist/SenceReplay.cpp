@@ -7,7 +7,7 @@
 #include "base/BoundsChecked.h"
 #include "base/FileDialogs.h"
 #include "base/MessageBoxes.h"
-#include "codec/ClassGnss.h"
+#include "bridge/ClassGnss.h"
 #include "protocol/LinkFrame.h"
 
 #include "host/support/ImageManager.h"

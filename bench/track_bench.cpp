@@ -3,7 +3,7 @@
 // one paint and their ratio.
 
 #include "base/TrackState.h"
-#include "codec/ClassGnss.h"
+#include "bridge/ClassGnss.h"
 #include "protocol/Records.h"
 #include "views/PositioningViewWin.h"
 #include "views/TrackDots.h"

@@ -5,7 +5,7 @@
 #include "base/AckWait.h"
 #include "base/BoundsChecked.h"
 #include "base/StatusLog.h"
-#include "codec/CommandFrame.h"
+#include "bridge/CommandFrame.h"
 #include "protocol/LinkFrame.h"
 
 #include "host/support/CProductVersion.h"

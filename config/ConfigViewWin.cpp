@@ -3,7 +3,7 @@
 #include "CustomCommand.h"
 #include "base/MessageBoxes.h"
 #include "base/StatusLog.h"
-#include "codec/CommandFrame.h"
+#include "bridge/CommandFrame.h"
 
 #include "host/support/CProductVersion.h"
 

@@ -1,6 +1,6 @@
 #include "ShortcutCmdWin.h"
 
-#include "codec/CommandFrame.h"
+#include "bridge/CommandFrame.h"
 #include "protocol/LinkFrame.h"
 
 #include <QFormLayout>

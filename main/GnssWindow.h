@@ -5,7 +5,7 @@
 #include "assist/HisInfoInject.h"
 #include "assist/SenceReplay.h"
 #include "base/GnssAck.h"
-#include "codec/RecordTarget.h"
+#include "bridge/RecordTarget.h"
 #include "production/FetchNmea.h"
 #include "production/VersionLoad.h"
 

@@ -5,8 +5,8 @@
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"
 #include "base/WorkingLogs.h"
-#include "codec/CallbackRouting.h"
-#include "codec/CommandFrame.h"
+#include "bridge/CallbackRouting.h"
+#include "bridge/CommandFrame.h"
 #include "protocol/LinkFrame.h"
 #include "views/NMEAViewWin.h"
 

@@ -5,7 +5,7 @@
 #include "base/FileDialogs.h"
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"
-#include "codec/ClassGnss.h"
+#include "bridge/ClassGnss.h"
 #include "widgets/CustomProgressBar.h"
 #include "widgets/MyButton.h"
 

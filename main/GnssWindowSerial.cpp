@@ -7,7 +7,7 @@
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"
-#include "codec/ClassGnss.h"
+#include "bridge/ClassGnss.h"
 #include "views/HexViewWin.h"
 #include "widgets/CustomBaudRateWin.h"
 #include "widgets/MyButton.h"

@@ -1,6 +1,6 @@
 #include "KpiStatistics.h"
 
-#include "codec/ClassGnss.h"
+#include "bridge/ClassGnss.h"
 
 #include <algorithm>
 #include <cmath>

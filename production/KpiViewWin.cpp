@@ -8,9 +8,9 @@
 #include "base/AckWait.h"
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"
-#include "codec/CommandFrame.h"
+#include "bridge/CommandFrame.h"
+#include "bridge/RecordCopy.h"
 #include "protocol/Records.h"
-#include "views/RecordCopy.h"
 
 #include <QCloseEvent>
 #include <QPointer>

@@ -5,7 +5,7 @@
 #include "base/GnssAck.h"
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"
-#include "codec/ClassGnss.h"
+#include "bridge/ClassGnss.h"
 
 #include "host/support/HostSupportConfig.h"
 

@@ -1,9 +1,9 @@
 #include "views/BasicViewWin.h"
 
+#include "bridge/RecordCopy.h"
 #include "protocol/Records.h"
 #include "views/DisplayTimeZone.h"
 #include "views/FixTexts.h"
-#include "views/RecordCopy.h"
 
 #include <QCloseEvent>
 #include <QComboBox>

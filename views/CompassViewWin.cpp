@@ -1,8 +1,8 @@
 #include "views/CompassViewWin.h"
 
+#include "bridge/RecordCopy.h"
 #include "protocol/Records.h"
 #include "views/RecordConversions.h"
-#include "views/RecordCopy.h"
 #include "views/ViewRefresh.h"
 
 #include <QCloseEvent>

@@ -1,9 +1,9 @@
 #include "views/DataViewWin.h"
 
 #include "base/ProcessState.h"
+#include "bridge/RecordCopy.h"
 #include "protocol/Records.h"
 #include "views/FixTexts.h"
-#include "views/RecordCopy.h"
 #include "views/TableLook.h"
 
 #include <QCloseEvent>

@@ -1,10 +1,10 @@
 #include "views/MessageViewWin.h"
 
+#include "bridge/RecordCopy.h"
 #include "host/support/CProductVersion.h"
 #include "protocol/Records.h"
 #include "views/MessageTables.h"
 #include "views/MsgViewRightWin.h"
-#include "views/RecordCopy.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>

@@ -1,8 +1,8 @@
 #include "views/NMEAViewWin.h"
 
 #include "base/GnssSaveData.h"
+#include "bridge/RecordCopy.h"
 #include "protocol/Records.h"
-#include "views/RecordCopy.h"
 
 #include <QBoxLayout>
 #include <QLineEdit>

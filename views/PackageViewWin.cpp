@@ -1,9 +1,9 @@
 #include "views/PackageViewWin.h"
 
 #include "base/GnssSaveData.h"
+#include "bridge/RecordCopy.h"
 #include "host/support/ImageManager.h"
 #include "protocol/Records.h"
-#include "views/RecordCopy.h"
 #include "views/RecordField.h"
 #include "views/TableLook.h"
 

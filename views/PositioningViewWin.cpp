@@ -1,11 +1,11 @@
 #include "views/PositioningViewWin.h"
 
-#include "codec/ClassGnss.h"
+#include "bridge/ClassGnss.h"
+#include "bridge/RecordCopy.h"
 #include "protocol/Records.h"
 #include "views/AgeEdit.h"
 #include "views/ConstellationLegend.h"
 #include "views/PlotColours.h"
-#include "views/RecordCopy.h"
 #include "views/SetCenterPointWin.h"
 #include "views/ViewRefresh.h"
 

@@ -1,8 +1,8 @@
 #include "views/SatellitesPosViewWin.h"
 
+#include "bridge/RecordCopy.h"
 #include "views/Constellations.h"
 #include "views/PlotColours.h"
-#include "views/RecordCopy.h"
 #include "views/SignalRamp.h"
 #include "views/SkyGeometry.h"
 #include "views/ViewRefresh.h"
@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kFirstIconTop = 9;
 constexpr int kBands = 9;
-constexpr int kDotMargin = 1; ///< pixels that a disc's outline reaches out of its box
+constexpr int kDotMargin = 1;    ///< pixels that a disc's outline reaches out of its box
 constexpr int kSmallestText = 6; ///< pixels; smaller ones can't be read and are left out
 
 QFont PixelFont(const QFont& like, int pixelSize)
@@ -39,7 +39,8 @@ void DrawCentred(QPainter& painter, const QPointF& middle, const QString& text)
 
 } // namespace
 
-SatellitesPosViewWin::SatellitesPosViewWin(QWidget* parent) : QWidget(parent), m_legend(kFirstIconTop), m_refresh(new ViewRefresh(this))
+SatellitesPosViewWin::SatellitesPosViewWin(QWidget* parent)
+    : QWidget(parent), m_legend(kFirstIconTop), m_refresh(new ViewRefresh(this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     connect(m_refresh, &ViewRefresh::Due, this, QOverload<>::of(&QWidget::update));
@@ -92,7 +93,8 @@ void SatellitesPosViewWin::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const auto state = {static_cast<double>(m_legend.HiddenRows()), static_cast<double>(m_map.Revision())};
-    m_still.Paint(painter, *this, QColor(240, 240, 240), state, [this](QPainter& drawing) { PaintStill(drawing); });
+    m_still.Paint(painter, *this, QColor(240, 240, 240), state,
+                  [this](QPainter& drawing) { PaintStill(drawing); });
     painter.translate(width() / 2, height() / 2);
     PaintSatellites(painter);
 }

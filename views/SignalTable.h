@@ -1,6 +1,6 @@
 #pragma once
 
-#include "views/RecordCopy.h"
+#include "bridge/RecordCopy.h"
 
 #include <array>
 #include <cstdint>

@@ -1,9 +1,9 @@
 #include "FakeCodec.h"
 #include "LogCatcher.h"
 
-#include "codec/CallbackRouting.h"
-#include "codec/ClassGnss.h"
-#include "codec/RecordTarget.h"
+#include "bridge/CallbackRouting.h"
+#include "bridge/ClassGnss.h"
+#include "bridge/RecordTarget.h"
 
 #include "host/support/HostSupportConfig.h"
 

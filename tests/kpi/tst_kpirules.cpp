@@ -1,7 +1,7 @@
 #include "Files.h"
 #include "LogCatcher.h"
 
-#include "codec/ClassGnss.h"
+#include "bridge/ClassGnss.h"
 #include "production/KpiConfig.h"
 #include "production/KpiFixTexts.h"
 #include "production/KpiResultFile.h"

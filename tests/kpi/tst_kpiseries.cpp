@@ -1,9 +1,9 @@
 #include "SimulatedHost.h"
 
-#include "codec/CallbackRouting.h"
-#include "codec/ClassGnss.h"
-#include "codec/CommandFrame.h"
-#include "codec/RecordTarget.h"
+#include "bridge/CallbackRouting.h"
+#include "bridge/ClassGnss.h"
+#include "bridge/CommandFrame.h"
+#include "bridge/RecordTarget.h"
 #include "production/KpiSatellites.h"
 #include "protocol/Records.h"
 #include "receiver/Receiver.h"

@@ -2,7 +2,7 @@
 #include "views/LogFolder.h"
 
 #include "base/TrackState.h"
-#include "codec/ClassGnss.h"
+#include "bridge/ClassGnss.h"
 #include "views/BasicViewWin.h"
 #include "views/Cn0ViewWin.h"
 #include "views/CompassViewWin.h"

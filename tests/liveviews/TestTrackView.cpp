@@ -1,7 +1,7 @@
 #include "PaintedViews.h"
 
 #include "base/TrackState.h"
-#include "codec/ClassGnss.h"
+#include "bridge/ClassGnss.h"
 #include "views/PositioningViewWin.h"
 #include "views/SetCenterPointWin.h"
 

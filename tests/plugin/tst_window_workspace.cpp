@@ -1,7 +1,7 @@
 #include "LogCatcher.h"
 #include "WindowTest.h"
 
-#include "codec/RecordTarget.h"
+#include "bridge/RecordTarget.h"
 #include "protocol/Records.h"
 
 #include <QPlainTextEdit>

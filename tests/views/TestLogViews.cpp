@@ -1,12 +1,12 @@
 #include "base/GnssSaveData.h"
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"
+#include "bridge/RecordCopy.h"
 #include "protocol/Records.h"
 #include "views/HexDump.h"
 #include "views/HexViewWin.h"
 #include "views/LogFolder.h"
 #include "views/NMEAViewWin.h"
-#include "views/RecordCopy.h"
 
 #include <QComboBox>
 #include <QLineEdit>

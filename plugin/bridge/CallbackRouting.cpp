@@ -1,8 +1,8 @@
-#include "CallbackRouting.h"
+#include "bridge/CallbackRouting.h"
 
-#include "ClassGnss.h"
-#include "RecordTarget.h"
 #include "base/BoundsChecked.h"
+#include "bridge/ClassGnss.h"
+#include "bridge/RecordTarget.h"
 #include "protocol/GnssCbType.h"
 
 #include <QDebug>

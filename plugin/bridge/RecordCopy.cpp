@@ -1,4 +1,4 @@
-#include "views/RecordCopy.h"
+#include "bridge/RecordCopy.h"
 
 #include "base/BoundsChecked.h"
 

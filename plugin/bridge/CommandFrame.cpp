@@ -1,4 +1,4 @@
-#include "CommandFrame.h"
+#include "bridge/CommandFrame.h"
 
 CommandFrame::CommandFrame(quint32 commandId, const QByteArray& payload)
     : m_bytes(new uint8_t[ClassGnss::maxFrameLength]),

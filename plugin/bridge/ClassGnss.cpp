@@ -1,4 +1,4 @@
-#include "ClassGnss.h"
+#include "bridge/ClassGnss.h"
 
 #include "base/BoundsChecked.h"
 #include "protocol/LinkFrame.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ClassGnss.h"
+#include "bridge/ClassGnss.h"
 
 #include <QByteArray>
 
