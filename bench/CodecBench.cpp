@@ -1,6 +1,6 @@
-#include "gnssutils/CallbackSink.h"
-#include "gnssutils/Codec.h"
-#include "gnssutils/Geodesy.h"
+#include "codec/CallbackSink.h"
+#include "codec/Codec.h"
+#include "codec/Geodesy.h"
 #include "protocol/LinkFrame.h"
 
 #include <benchmark/benchmark.h>

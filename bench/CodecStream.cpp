@@ -1,8 +1,8 @@
 // Decodes standard input with every callback set, as the workbench does, and tells what came out. The whole
 // process is what bench/codec-throughput.sh times beside other decoders.
 
-#include "gnssutils/CallbackSink.h"
-#include "gnssutils/Codec.h"
+#include "codec/CallbackSink.h"
+#include "codec/Codec.h"
 
 #include <cinttypes>
 #include <cstdio>

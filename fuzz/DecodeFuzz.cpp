@@ -1,8 +1,8 @@
 // libFuzzer target for the codec's receive side: bytes in, cut where the input says, every record checked
 // against what its buffer can hold, and the same bytes in one piece must give the same records.
 
-#include "gnssutils/CallbackSink.h"
-#include "gnssutils/Codec.h"
+#include "codec/CallbackSink.h"
+#include "codec/Codec.h"
 
 #include <cstdint>
 #include <cstdlib>

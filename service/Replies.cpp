@@ -1,8 +1,8 @@
 #include "service/Replies.h"
 
-#include "pgnss/Expansion.h"
-#include "pgnss/ModelSky.h"
 #include "protocol/AgnssTags.h"
+#include "seeds/Expansion.h"
+#include "seeds/ModelSky.h"
 
 #include <algorithm>
 

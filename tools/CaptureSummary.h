@@ -1,7 +1,7 @@
 #pragma once
 
-#include "gnssutils/RecordSink.h"
-#include "gnssutils/link/LinkParser.h"
+#include "codec/RecordSink.h"
+#include "codec/link/LinkParser.h"
 #include "tools/FixModes.h"
 #include "tools/FixTime.h"
 #include "tools/IntervalStatistics.h"

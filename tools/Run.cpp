@@ -1,6 +1,6 @@
 #include "tools/Run.h"
 
-#include "gnssutils/Codec.h"
+#include "codec/Codec.h"
 #include "protocol/NmeaScan.h"
 #include "tools/CaptureSummary.h"
 #include "tools/LogInput.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gnssutils/RecordSink.h"
+#include "codec/RecordSink.h"
 #include "tools/FixTime.h"
 
 #include <cstdint>

@@ -6,7 +6,7 @@
 
 #include "assist/AssistOffline.h"
 #include "assist/SeedDecoder.h"
-#include "pgnss/ModelSky.h"
+#include "seeds/ModelSky.h"
 
 #include <QComboBox>
 #include <QDateTime>

@@ -2,7 +2,7 @@
 
 #include "Sentence.h"
 
-#include "gnssutils/Codec.h"
+#include "codec/Codec.h"
 
 #include <QByteArrayList>
 #include <QVector>

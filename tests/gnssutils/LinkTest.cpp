@@ -1,6 +1,6 @@
 #include "Collector.h"
 
-#include "gnssutils/Geodesy.h"
+#include "codec/Geodesy.h"
 
 #include <QtTest>
 

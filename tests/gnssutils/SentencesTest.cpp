@@ -1,6 +1,6 @@
 #include "Collector.h"
 
-#include "gnssutils/nmea/Satellites.h"
+#include "codec/nmea/Satellites.h"
 
 #include <QtTest>
 

@@ -1,6 +1,6 @@
-#include "pgnss/ModelSky.h"
-#include "pgnss/SeedFile.h"
 #include "receiver/Assistance.h"
+#include "seeds/ModelSky.h"
+#include "seeds/SeedFile.h"
 
 #include <QDir>
 #include <QFile>

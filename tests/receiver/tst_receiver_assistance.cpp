@@ -1,11 +1,11 @@
 #include "ReceiverDriver.h"
 
 #include "assist/AssistRecords.h"
-#include "pgnss/Expansion.h"
-#include "pgnss/ModelSky.h"
 #include "protocol/AgnssTags.h"
 #include "protocol/CommandTable.h"
 #include "receiver/Assistance.h"
+#include "seeds/Expansion.h"
+#include "seeds/ModelSky.h"
 #include "service/Replies.h"
 
 #include <QFile>

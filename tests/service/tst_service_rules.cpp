@@ -1,7 +1,7 @@
 #include "ClientSide.h"
 
-#include "pgnss/Seed.h"
 #include "protocol/AgnssTags.h"
+#include "seeds/Seed.h"
 #include "service/Options.h"
 #include "service/Replies.h"
 

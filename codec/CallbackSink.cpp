@@ -1,0 +1,37 @@
+#include "codec/CallbackSink.h"
+
+namespace gnss {
+
+GnssCallback* CallbackSink::Find(std::uint32_t type)
+{
+    for (std::size_t i = 0; i < kCount; ++i) {
+        if (kTypes[i] == type) {
+            return &m_callbacks[i];
+        }
+    }
+    return nullptr;
+}
+
+void CallbackSink::Register(std::uint32_t type, GnssCallback callback)
+{
+    if (GnssCallback* slot = Find(type)) {
+        *slot = callback;
+    }
+}
+
+void CallbackSink::Clear()
+{
+    for (GnssCallback& callback : m_callbacks) {
+        callback = nullptr;
+    }
+}
+
+void CallbackSink::OnRecord(GnssCbType type, const void* data, std::size_t length)
+{
+    const GnssCallback* slot = Find(type);
+    if (slot != nullptr && *slot != nullptr) {
+        (*slot)(data, static_cast<int>(length));
+    }
+}
+
+} // namespace gnss

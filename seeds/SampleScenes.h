@@ -1,0 +1,12 @@
+#pragma once
+
+#include "seeds/SeedErrors.h"
+
+#include <string>
+
+namespace pgnss {
+
+/// Writes the sample scene library into an existing directory: sence.json and a folder for each scene.
+SeedError WriteSampleScenes(const std::string& directory);
+
+} // namespace pgnss

@@ -1,0 +1,148 @@
+#include "receiver/TextNumbers.h"
+#include "receiver/Utc.h"
+#include "seeds/ModelSky.h"
+#include "seeds/SampleScenes.h"
+#include "seeds/SeedFile.h"
+
+#include <cstdio>
+#include <ctime>
+#include <string>
+#include <vector>
+
+namespace {
+
+using pgnss::SeedError;
+using Arguments = std::vector<std::string>;
+
+constexpr int kUsage = 64;
+constexpr std::int64_t kDay = 86400;
+
+constexpr char kHelp[] =
+    R"(pgnss-seed: writes and reads seeds of predicted assistance data
+
+usage: pgnss-seed write FILE [DAYS [UTC]]   a seed of the virtual receiver's sky from UTC on
+                                            (7 days from an hour before now)
+       pgnss-seed show FILE                 tells a seed's validity and content
+       pgnss-seed expand FILE DIR [UTC]     writes the items for a moment (now) into a folder
+       pgnss-seed scenes DIR                writes the sample scene library into a folder
+
+UTC is written as 2026-03-14T09:26:53. The exit status is the decoder's error code; 64 for bad usage.
+)";
+
+bool TakeTime(const Arguments& arguments, std::size_t index, std::int64_t usual, std::int64_t& seconds)
+{
+    vrx::Millis utc = usual * 1000;
+    if (index < arguments.size() && !vrx::ParseUtc(arguments[index], utc)) {
+        return false;
+    }
+    seconds = utc / 1000;
+    return true;
+}
+
+int Report(SeedError error)
+{
+    if (error != SeedError::None) {
+        std::fprintf(stderr, "pgnss-seed: %s (%d)\n", pgnss::TextOf(error), static_cast<int>(error));
+    }
+    return static_cast<int>(error);
+}
+
+std::string UtcText(std::uint32_t seconds)
+{
+    const vrx::UtcFields f = vrx::ToFields(seconds * vrx::Millis{1000});
+    std::string text;
+    const char* behind[] = {"-", "-", "T", ":", ":", "Z"};
+    const int values[] = {f.year, f.month, f.day, f.hour, f.minute, f.second};
+    for (std::size_t i = 0; i < 6; ++i) {
+        vrx::AppendInteger(text, values[i], i == 0 ? 4 : 2);
+        text += behind[i];
+    }
+    return text;
+}
+
+int Write(const Arguments& arguments, std::int64_t now)
+{
+    std::int64_t days = 7;
+    std::int64_t start = 0;
+    if ((arguments.size() > 2 && !vrx::ParseInteger(arguments[2], days)) || days < 1 || days > 60 ||
+        !TakeTime(arguments, 3, now - 3600, start)) {
+        return kUsage;
+    }
+    if (start < pgnss::kEarliestSeedTime || start + days * kDay > pgnss::kLatestSeedTime) {
+        return Report(SeedError::Span);
+    }
+    const pgnss::Seed seed =
+        pgnss::MakeModelSeed(static_cast<std::uint32_t>(now), static_cast<std::uint32_t>(start),
+                             static_cast<std::uint32_t>(start + days * kDay));
+    return Report(pgnss::WriteWholeFile(arguments[1], pgnss::PackSeed(seed)) ? SeedError::None
+                                                                             : SeedError::CannotWrite);
+}
+
+int Show(const Arguments& arguments)
+{
+    pgnss::Seed seed;
+    const SeedError error = pgnss::ReadSeedFile(arguments[1], seed);
+    if (error != SeedError::None) {
+        return Report(error);
+    }
+    std::printf("valid %s to %s\n", UtcText(seed.validStart).c_str(), UtcText(seed.validEnd).c_str());
+    for (std::size_t i = 0; i < gnss::kAssistSystems; ++i) {
+        const auto& sets = seed.systems[i].sets;
+        std::printf("%s: %zu sets of orbits, %zu satellites in the first\n",
+                    pgnss::FilePrefix(static_cast<gnss::AssistSystem>(i)), sets.size(),
+                    sets.front().orbits.size());
+    }
+    return 0;
+}
+
+int Expand(const Arguments& arguments, std::int64_t now)
+{
+    std::int64_t time = 0;
+    if (!TakeTime(arguments, 3, now, time)) {
+        return kUsage;
+    }
+    pgnss::Seed seed;
+    std::vector<pgnss::OutputFile> files;
+    SeedError error = pgnss::ReadSeedFile(arguments[1], seed);
+    if (error == SeedError::None) {
+        const bool tells = time >= 0 && time <= pgnss::kLatestSeedTime;
+        error = tells ? pgnss::ExpandSeed(seed, static_cast<std::uint32_t>(time), files) : SeedError::OutsideSpan;
+    }
+    return Report(error == SeedError::None ? pgnss::WriteFiles(arguments[2], files) : error);
+}
+
+int Run(const Arguments& arguments)
+{
+    const std::int64_t now = static_cast<std::int64_t>(std::time(nullptr));
+    const std::size_t count = arguments.size();
+    const std::string verb = count > 0 ? arguments[0] : std::string();
+    if (verb == "write" && count >= 2 && count <= 4) {
+        return Write(arguments, now);
+    }
+    if (verb == "show" && count == 2) {
+        return Show(arguments);
+    }
+    if (verb == "expand" && count >= 3 && count <= 4) {
+        return Expand(arguments, now);
+    }
+    if (verb == "scenes" && count == 2) {
+        return Report(pgnss::WriteSampleScenes(arguments[1]));
+    }
+    return kUsage;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const Arguments arguments(argv + 1, argv + argc);
+    if (arguments.size() == 1 && arguments[0] == "--help") {
+        std::fputs(kHelp, stdout);
+        return 0;
+    }
+    const int status = Run(arguments);
+    if (status == kUsage) {
+        std::fputs(kHelp, stderr);
+    }
+    return status;
+}
