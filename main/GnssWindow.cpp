@@ -1,11 +1,11 @@
 #include "GnssWindow.h"
 
-#include "PortList.h"
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"
 #include "base/TrackState.h"
 #include "bridge/CallbackRouting.h"
 #include "bridge/ClassGnss.h"
+#include "line/PortList.h"
 #include "production/ProductTest.h"
 #include "views/DisplayTimeZone.h"
 #include "widgets/CustomBaudRateWin.h"

@@ -1,11 +1,11 @@
 #include "GnssWindow.h"
 
-#include "ReplaySplit.h"
 #include "base/BoundsChecked.h"
 #include "base/FileDialogs.h"
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"
 #include "bridge/ClassGnss.h"
+#include "line/ReplaySplit.h"
 #include "widgets/CustomProgressBar.h"
 #include "widgets/MyButton.h"
 

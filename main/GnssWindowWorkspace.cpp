@@ -1,9 +1,9 @@
 #include "GnssWindow.h"
 
 #include "ControlTree.h"
-#include "PortList.h"
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"
+#include "line/PortList.h"
 #include "widgets/CustomProgressBar.h"
 #include "widgets/LeftDockWidget.h"
 #include "widgets/MyButton.h"

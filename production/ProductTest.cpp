@@ -2,9 +2,9 @@
 
 #include "base/FileDialogs.h"
 #include "base/FixedFont.h"
-#include "main/PortList.h"
-#include "main/RawCapture.h"
-#include "main/SerialLine.h"
+#include "line/PortList.h"
+#include "line/RawCapture.h"
+#include "line/SerialLine.h"
 #include "production/FirmwareLoad.h"
 #include "production/StationPort.h"
 #include "production/UnitFiles.h"

@@ -1,7 +1,7 @@
 #include "production/StationPort.h"
 
 #include "base/MessageBoxes.h"
-#include "main/PortList.h"
+#include "line/PortList.h"
 #include "production/FirmwareLoad.h"
 
 #include <QComboBox>

@@ -3,7 +3,7 @@
 #include "base/FileDialogs.h"
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"
-#include "main/PortList.h"
+#include "line/PortList.h"
 #include "production/FirmwareLoad.h"
 #include "production/StationPort.h"
 

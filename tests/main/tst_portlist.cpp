@@ -1,6 +1,6 @@
 #include "Files.h"
-#include "main/PortList.h"
-#include "main/RawCapture.h"
+#include "line/PortList.h"
+#include "line/RawCapture.h"
 
 #include <QTemporaryDir>
 

@@ -1,4 +1,4 @@
-#include "main/ReplaySplit.h"
+#include "line/ReplaySplit.h"
 
 #include <QBuffer>
 #include <QtTest>

@@ -4,7 +4,7 @@
 #include "ImageFile.h"
 #include "LogCatcher.h"
 
-#include "main/PortList.h"
+#include "line/PortList.h"
 #include "production/FirmwareLoad.h"
 #include "production/StationPort.h"
 #include "production/VersionLoad.h"

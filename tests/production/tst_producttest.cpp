@@ -5,7 +5,7 @@
 #include "LogCatcher.h"
 #include "ProductTestDriver.h"
 
-#include "main/PortList.h"
+#include "line/PortList.h"
 #include "production/Cn0PaintWidget.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "ReplaySplit.h"
+#include "line/ReplaySplit.h"
 
 #include <QIODevice>
 

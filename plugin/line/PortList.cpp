@@ -1,4 +1,4 @@
-#include "PortList.h"
+#include "line/PortList.h"
 
 #include <QDir>
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
-#include "RawCapture.h"
+#include "line/RawCapture.h"
 
-#include "PortList.h"
+#include "line/PortList.h"
 
 #include <QCoreApplication>
 #include <QDataStream>

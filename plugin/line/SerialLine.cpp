@@ -1,4 +1,4 @@
-#include "main/SerialLine.h"
+#include "line/SerialLine.h"
 
 #include <QSerialPort>
 #include <QSocketNotifier>
