@@ -12,7 +12,7 @@
 
 #include "base/ProcessState.h"
 #include "main/GnssWindow.h"
-#include "views/NMEAViewWin.h"
+#include "views/log/NMEAViewWin.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -7,8 +7,8 @@
 // type is not the one that is shown, "Shown" one that is, with the repaint.
 
 #include "protocol/Records.h"
-#include "views/MessageModels.h"
-#include "views/MessageViewWin.h"
+#include "views/message/MessageModels.h"
+#include "views/message/MessageViewWin.h"
 
 #include <QApplication>
 #include <QByteArray>

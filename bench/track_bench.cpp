@@ -5,9 +5,9 @@
 #include "base/TrackState.h"
 #include "bridge/ClassGnss.h"
 #include "protocol/Records.h"
-#include "views/PositioningViewWin.h"
-#include "views/TrackDots.h"
-#include "views/TrackGeometry.h"
+#include "views/track/PositioningViewWin.h"
+#include "views/track/TrackDots.h"
+#include "views/track/TrackGeometry.h"
 
 #include <QApplication>
 #include <QImage>

@@ -8,7 +8,7 @@
 #include "bridge/CallbackRouting.h"
 #include "bridge/CommandFrame.h"
 #include "protocol/LinkFrame.h"
-#include "views/NMEAViewWin.h"
+#include "views/log/NMEAViewWin.h"
 
 #include "host/support/CProductVersion.h"
 #include "host/support/ImageManager.h"

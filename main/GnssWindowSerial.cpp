@@ -8,7 +8,7 @@
 #include "line/PortList.h"
 #include "line/RawCapture.h"
 #include "line/SerialLine.h"
-#include "views/HexViewWin.h"
+#include "views/log/HexViewWin.h"
 #include "widgets/CustomBaudRateWin.h"
 #include "widgets/MyButton.h"
 

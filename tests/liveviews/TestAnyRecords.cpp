@@ -4,16 +4,16 @@
 #include "base/TrackState.h"
 #include "bridge/ClassGnss.h"
 #include "views/BasicViewWin.h"
-#include "views/Cn0ViewWin.h"
 #include "views/CompassViewWin.h"
 #include "views/DataViewWin.h"
-#include "views/HexViewWin.h"
-#include "views/MessageTables.h"
-#include "views/MessageViewWin.h"
-#include "views/NMEAViewWin.h"
 #include "views/PackageViewWin.h"
-#include "views/PositioningViewWin.h"
-#include "views/SatellitesPosViewWin.h"
+#include "views/log/HexViewWin.h"
+#include "views/log/NMEAViewWin.h"
+#include "views/message/MessageTables.h"
+#include "views/message/MessageViewWin.h"
+#include "views/signal/Cn0ViewWin.h"
+#include "views/sky/SatellitesPosViewWin.h"
+#include "views/track/PositioningViewWin.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>

@@ -1,9 +1,9 @@
 #include "PaintedViews.h"
 
-#include "views/Cn0ViewWin.h"
 #include "views/Constellations.h"
-#include "views/SignalBars.h"
-#include "views/SignalTable.h"
+#include "views/signal/Cn0ViewWin.h"
+#include "views/signal/SignalBars.h"
+#include "views/signal/SignalTable.h"
 
 #include <QTest>
 

@@ -1,9 +1,9 @@
 #include "PaintedViews.h"
 
-#include "views/SatellitesPosViewWin.h"
-#include "views/SignalRamp.h"
-#include "views/SkyGeometry.h"
-#include "views/SkyMap.h"
+#include "views/sky/SatellitesPosViewWin.h"
+#include "views/sky/SignalRamp.h"
+#include "views/sky/SkyGeometry.h"
+#include "views/sky/SkyMap.h"
 
 #include <QAction>
 #include <QTest>

@@ -1,8 +1,8 @@
 #include "base/TrackState.h"
-#include "views/AngleForm.h"
-#include "views/SetCenterPointWin.h"
-#include "views/TrackDots.h"
-#include "views/TrackGeometry.h"
+#include "views/track/AngleForm.h"
+#include "views/track/SetCenterPointWin.h"
+#include "views/track/TrackDots.h"
+#include "views/track/TrackGeometry.h"
 
 #include <QComboBox>
 #include <QDoubleSpinBox>

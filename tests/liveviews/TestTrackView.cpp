@@ -2,8 +2,8 @@
 
 #include "base/TrackState.h"
 #include "bridge/ClassGnss.h"
-#include "views/PositioningViewWin.h"
-#include "views/SetCenterPointWin.h"
+#include "views/track/PositioningViewWin.h"
+#include "views/track/SetCenterPointWin.h"
 
 #include <QAction>
 #include <QTest>

@@ -2,7 +2,7 @@
 #include "LogCatcher.h"
 
 #include "host/support/HostSupportConfig.h"
-#include "views/MessageViewWin.h"
+#include "views/message/MessageViewWin.h"
 
 #include <QHeaderView>
 #include <QLabel>

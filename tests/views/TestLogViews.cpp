@@ -3,10 +3,10 @@
 #include "base/StatusLog.h"
 #include "bridge/RecordCopy.h"
 #include "protocol/Records.h"
-#include "views/HexDump.h"
-#include "views/HexViewWin.h"
 #include "views/LogFolder.h"
-#include "views/NMEAViewWin.h"
+#include "views/log/HexDump.h"
+#include "views/log/HexViewWin.h"
+#include "views/log/NMEAViewWin.h"
 
 #include <QComboBox>
 #include <QLineEdit>
