@@ -1,4 +1,4 @@
-#include "AssistDeployment.h"
+#include "assist/AssistDeployment.h"
 
 #include <QCoreApplication>
 #include <QSettings>

@@ -1,4 +1,4 @@
-#include "SceneLibrary.h"
+#include "assist/SceneLibrary.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

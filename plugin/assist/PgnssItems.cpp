@@ -1,6 +1,6 @@
-#include "PgnssItems.h"
+#include "assist/PgnssItems.h"
 
-#include "AssistRecords.h"
+#include "assist/AssistRecords.h"
 #include "base/StatusLog.h"
 #include "bridge/ClassGnss.h"
 #include "protocol/LinkFrame.h"

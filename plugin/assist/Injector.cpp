@@ -1,4 +1,4 @@
-#include "Injector.h"
+#include "assist/Injector.h"
 
 #include "base/CommandTexts.h"
 #include "base/ProcessState.h"

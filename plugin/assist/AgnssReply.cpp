@@ -1,4 +1,4 @@
-#include "AgnssReply.h"
+#include "assist/AgnssReply.h"
 
 #include "protocol/AgnssTags.h"
 

@@ -1,11 +1,11 @@
-#include "AssistOnline.h"
+#include "assist/AssistOnline.h"
 
 #include "ui_AssistOnline.h"
 
-#include "AgnssReply.h"
-#include "AssistDeployment.h"
-#include "AssistRecords.h"
-#include "PositionInjection.h"
+#include "assist/AgnssReply.h"
+#include "assist/AssistDeployment.h"
+#include "assist/AssistRecords.h"
+#include "assist/PositionInjection.h"
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"

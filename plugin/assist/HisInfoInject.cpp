@@ -1,6 +1,6 @@
-#include "HisInfoInject.h"
+#include "assist/HisInfoInject.h"
 
-#include "AssistRecords.h"
+#include "assist/AssistRecords.h"
 #include "base/AckWait.h"
 #include "base/CommandTexts.h"
 #include "base/FileDialogs.h"

@@ -1,7 +1,7 @@
 // The HMAC functions are deprecated since OpenSSL 3.
 #define OPENSSL_API_COMPAT 10100
 
-#include "AssistRequest.h"
+#include "assist/AssistRequest.h"
 
 #include "base/BoundsChecked.h"
 

@@ -1,4 +1,4 @@
-#include "PositionInjection.h"
+#include "assist/PositionInjection.h"
 
 #include "base/BoundsChecked.h"
 #include "base/MessageBoxes.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Injector.h"
-#include "SceneLibrary.h"
+#include "assist/Injector.h"
+#include "assist/SceneLibrary.h"
 
 #include <QWidget>
 

@@ -1,4 +1,4 @@
-#include "AssistRecords.h"
+#include "assist/AssistRecords.h"
 
 #include "protocol/LinkFrame.h"
 

@@ -1,9 +1,9 @@
-#include "SenceReplay.h"
+#include "assist/SenceReplay.h"
 
 #include "ui_SenceReplay.h"
 
-#include "AssistRecords.h"
-#include "PgnssItems.h"
+#include "assist/AssistRecords.h"
+#include "assist/PgnssItems.h"
 #include "base/BoundsChecked.h"
 #include "base/FileDialogs.h"
 #include "base/MessageBoxes.h"

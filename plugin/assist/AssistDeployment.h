@@ -1,6 +1,6 @@
 #pragma once
 
-#include "AssistRequest.h"
+#include "assist/AssistRequest.h"
 
 // The deployment's own values: group Service of Source-Datas/bin/config/assist.ini under the application
 // directory, read anew at each call. Without the file they are empty and a request ends in a network error.

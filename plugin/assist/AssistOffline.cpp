@@ -1,12 +1,12 @@
-#include "AssistOffline.h"
+#include "assist/AssistOffline.h"
 
 #include "ui_AssistOffline.h"
 
-#include "AssistDeployment.h"
-#include "PgnssItems.h"
-#include "PositionInjection.h"
-#include "SeedDecoder.h"
-#include "SeedRules.h"
+#include "assist/AssistDeployment.h"
+#include "assist/PgnssItems.h"
+#include "assist/PositionInjection.h"
+#include "assist/SeedDecoder.h"
+#include "assist/SeedRules.h"
 #include "base/FileDialogs.h"
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"

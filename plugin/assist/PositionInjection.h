@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AssistRecords.h"
-#include "Injector.h"
+#include "assist/AssistRecords.h"
+#include "assist/Injector.h"
 
 class QWidget;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Injector.h"
+#include "assist/Injector.h"
 
 #include <QDateTime>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AssistRequest.h"
-#include "Injector.h"
+#include "assist/AssistRequest.h"
+#include "assist/Injector.h"
 
 #include <QDateTime>
 #include <QWidget>

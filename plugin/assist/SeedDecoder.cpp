@@ -1,4 +1,4 @@
-#include "SeedDecoder.h"
+#include "assist/SeedDecoder.h"
 
 #include <QCoreApplication>
 #include <QLibrary>

@@ -1,4 +1,4 @@
-#include "SeedRules.h"
+#include "assist/SeedRules.h"
 
 #include <QDir>
 
