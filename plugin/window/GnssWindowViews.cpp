@@ -1,7 +1,7 @@
 #include "GnssWindow.h"
 
-#include "config/CmdConfig.h"
-#include "config/ConfigViewWin.h"
+#include "commands/CmdConfig.h"
+#include "commands/ConfigViewWin.h"
 #include "production/KpiViewWin.h"
 #include "views/CompassViewWin.h"
 #include "views/DataViewWin.h"

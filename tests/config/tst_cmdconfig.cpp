@@ -1,7 +1,7 @@
 #include "SenderTest.h"
 
-#include "config/CmdConfig.h"
-#include "config/CmdConfigViewWin.h"
+#include "commands/CmdConfig.h"
+#include "commands/CmdConfigViewWin.h"
 
 #include <QAbstractButton>
 #include <QLabel>

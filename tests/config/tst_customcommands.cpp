@@ -1,9 +1,9 @@
 #include "BoxAnswerer.h"
 #include "SenderTest.h"
 
-#include "config/ConfigViewWin.h"
-#include "config/CustomCommand.h"
-#include "config/ShortcutCmdWin.h"
+#include "commands/ConfigViewWin.h"
+#include "commands/CustomCommand.h"
+#include "commands/ShortcutCmdWin.h"
 
 #include <QComboBox>
 #include <QPushButton>

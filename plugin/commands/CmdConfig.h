@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ConfigPayload.h"
+#include "commands/ConfigPayload.h"
 
 #include <QWidget>
 

@@ -1,6 +1,6 @@
-#include "CmdConfigViewWin.h"
+#include "commands/CmdConfigViewWin.h"
 
-#include "CmdConfig.h"
+#include "commands/CmdConfig.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>

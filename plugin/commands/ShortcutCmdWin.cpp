@@ -1,4 +1,4 @@
-#include "ShortcutCmdWin.h"
+#include "commands/ShortcutCmdWin.h"
 
 #include "bridge/CommandFrame.h"
 #include "protocol/LinkFrame.h"

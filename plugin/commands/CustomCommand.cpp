@@ -1,4 +1,4 @@
-#include "CustomCommand.h"
+#include "commands/CustomCommand.h"
 
 #include "protocol/LinkFrame.h"
 

@@ -1,9 +1,9 @@
-#include "ConfigViewWin.h"
+#include "commands/ConfigViewWin.h"
 
-#include "CustomCommand.h"
 #include "base/MessageBoxes.h"
 #include "base/StatusLog.h"
 #include "bridge/CommandFrame.h"
+#include "commands/CustomCommand.h"
 
 #include "host/support/CProductVersion.h"
 

@@ -1,4 +1,4 @@
-#include "ConfigPayload.h"
+#include "commands/ConfigPayload.h"
 
 #include <QCoreApplication>
 

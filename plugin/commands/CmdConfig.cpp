@@ -1,4 +1,4 @@
-#include "CmdConfig.h"
+#include "commands/CmdConfig.h"
 
 #include "ui_CmdConfig.h"
 
