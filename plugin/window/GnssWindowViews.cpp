@@ -2,7 +2,7 @@
 
 #include "commands/CmdConfig.h"
 #include "commands/ConfigViewWin.h"
-#include "production/KpiViewWin.h"
+#include "performance/KpiViewWin.h"
 #include "views/CompassViewWin.h"
 #include "views/DataViewWin.h"
 #include "views/PackageViewWin.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "production/KpiSequencer.h"
+#include "performance/KpiSequencer.h"
 
 #include <QMap>
 #include <QStringList>

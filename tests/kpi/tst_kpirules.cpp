@@ -2,11 +2,11 @@
 #include "LogCatcher.h"
 
 #include "bridge/ClassGnss.h"
-#include "production/KpiConfig.h"
-#include "production/KpiFixTexts.h"
-#include "production/KpiResultFile.h"
-#include "production/KpiSatellites.h"
-#include "production/KpiStatistics.h"
+#include "performance/KpiConfig.h"
+#include "performance/KpiFixTexts.h"
+#include "performance/KpiResultFile.h"
+#include "performance/KpiSatellites.h"
+#include "performance/KpiStatistics.h"
 
 #include <limits>
 #include <numeric>

@@ -4,7 +4,7 @@
 #include "bridge/ClassGnss.h"
 #include "bridge/CommandFrame.h"
 #include "bridge/RecordTarget.h"
-#include "production/KpiSatellites.h"
+#include "performance/KpiSatellites.h"
 #include "protocol/Records.h"
 #include "receiver/Receiver.h"
 #include "receiver/Utc.h"

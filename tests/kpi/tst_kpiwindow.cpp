@@ -2,8 +2,8 @@
 #include "Files.h"
 #include "SenderTest.h"
 
-#include "production/KpiSatellites.h"
-#include "production/KpiViewWin.h"
+#include "performance/KpiSatellites.h"
+#include "performance/KpiViewWin.h"
 #include "protocol/Records.h"
 
 #include <QCheckBox>

@@ -1,7 +1,7 @@
 #include "BoxAnswerer.h"
 
-#include "assist/RefLocFile.h"
-#include "assist/RefLocWin.h"
+#include "performance/RefLocFile.h"
+#include "performance/RefLocWin.h"
 
 #include <QDir>
 #include <QFile>

@@ -3,7 +3,7 @@
 #include "assist/HisInfoInject.h"
 #include "commands/CmdConfig.h"
 #include "commands/ConfigViewWin.h"
-#include "production/KpiViewWin.h"
+#include "performance/KpiViewWin.h"
 #include "production/VersionLoad.h"
 #include "views/BasicViewWin.h"
 #include "views/CompassViewWin.h"

@@ -1,15 +1,15 @@
-#include "production/KpiViewWin.h"
+#include "performance/KpiViewWin.h"
 
 #include "ui_KpiViewWin.h"
 
-#include "KpiFixTexts.h"
-#include "KpiResultFile.h"
-#include "assist/RefLocWin.h"
 #include "base/AckWait.h"
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"
 #include "bridge/CommandFrame.h"
 #include "bridge/RecordCopy.h"
+#include "performance/KpiFixTexts.h"
+#include "performance/KpiResultFile.h"
+#include "performance/RefLocWin.h"
 #include "protocol/Records.h"
 
 #include <QCloseEvent>

@@ -1,4 +1,4 @@
-#include "RefLocWin.h"
+#include "performance/RefLocWin.h"
 
 #include "base/MessageBoxes.h"
 

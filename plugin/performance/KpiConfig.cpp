@@ -1,4 +1,4 @@
-#include "KpiConfig.h"
+#include "performance/KpiConfig.h"
 
 #include "base/IniText.h"
 

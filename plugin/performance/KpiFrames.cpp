@@ -1,4 +1,4 @@
-#include "KpiFrames.h"
+#include "performance/KpiFrames.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "KpiStatistics.h"
+#include "performance/KpiStatistics.h"
 
 #include "bridge/ClassGnss.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "KpiConfig.h"
-#include "KpiFrames.h"
-#include "KpiTestTypes.h"
+#include "performance/KpiConfig.h"
+#include "performance/KpiFrames.h"
+#include "performance/KpiTestTypes.h"
 
 #include <QDateTime>
 #include <QString>

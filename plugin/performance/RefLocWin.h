@@ -1,6 +1,6 @@
 #pragma once
 
-#include "RefLocFile.h"
+#include "performance/RefLocFile.h"
 
 #include <QVector>
 #include <QWidget>

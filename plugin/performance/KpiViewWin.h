@@ -1,8 +1,8 @@
 #pragma once
 
-#include "KpiSatellites.h"
-#include "KpiSequencer.h"
-#include "KpiTestHost.h"
+#include "performance/KpiSatellites.h"
+#include "performance/KpiSequencer.h"
+#include "performance/KpiTestHost.h"
 
 #include <QMap>
 #include <QWidget>

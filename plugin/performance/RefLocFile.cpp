@@ -1,4 +1,4 @@
-#include "RefLocFile.h"
+#include "performance/RefLocFile.h"
 
 #include "base/IniText.h"
 

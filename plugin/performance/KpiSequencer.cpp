@@ -1,4 +1,4 @@
-#include "KpiSequencer.h"
+#include "performance/KpiSequencer.h"
 
 #include <QDebug>
 

@@ -1,4 +1,4 @@
-#include "KpiFixTexts.h"
+#include "performance/KpiFixTexts.h"
 
 namespace {
 

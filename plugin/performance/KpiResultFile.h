@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KpiTestTypes.h"
+#include "performance/KpiTestTypes.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "KpiResultFile.h"
+#include "performance/KpiResultFile.h"
 
 #include <QFile>
 

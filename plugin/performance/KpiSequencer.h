@@ -1,8 +1,8 @@
 #pragma once
 
-#include "KpiStatistics.h"
-#include "KpiTestHost.h"
-#include "KpiTestTypes.h"
+#include "performance/KpiStatistics.h"
+#include "performance/KpiTestHost.h"
+#include "performance/KpiTestTypes.h"
 
 /// The course of a performance test: which start comes next, what is sent, when it counts as fixed, and what
 /// the result tables tell of it. It has no clock, no timer and no widget; its host has them.

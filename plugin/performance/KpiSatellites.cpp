@@ -1,4 +1,4 @@
-#include "KpiSatellites.h"
+#include "performance/KpiSatellites.h"
 
 #include "protocol/Records.h"
 
