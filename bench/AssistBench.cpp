@@ -10,7 +10,7 @@
 #include "assist/AssistOffline.h"
 #include "assist/AssistOnline.h"
 #include "base/ProcessState.h"
-#include "main/GnssWindow.h"
+#include "window/GnssWindow.h"
 
 #include "AssistConfig.h"
 #include "ServiceProcess.h"

@@ -4,7 +4,7 @@
 //   ReplaySpeed CAPTURE
 
 #include "base/ProcessState.h"
-#include "main/GnssWindow.h"
+#include "window/GnssWindow.h"
 
 #include <QApplication>
 #include <QDir>

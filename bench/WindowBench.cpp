@@ -11,8 +11,8 @@
 // It runs in the folder of the program, whose Source-Datas/bin holds the codec.
 
 #include "base/ProcessState.h"
-#include "main/GnssWindow.h"
 #include "views/log/NMEAViewWin.h"
+#include "window/GnssWindow.h"
 
 #include <QAbstractButton>
 #include <QApplication>

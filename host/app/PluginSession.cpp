@@ -1,6 +1,6 @@
 #include "PluginSession.h"
 
-#include "plugin/MainInterface.h"
+#include "entry/MainInterface.h"
 
 #include <QCoreApplication>
 #include <QDebug>

@@ -1,6 +1,6 @@
-#include "Gnss.h"
+#include "entry/Gnss.h"
 
-#include "main/GnssWindow.h"
+#include "window/GnssWindow.h"
 
 #include <QDebug>
 #include <QPushButton>

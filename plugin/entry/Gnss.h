@@ -1,6 +1,6 @@
 #pragma once
 
-#include "MainInterface.h"
+#include "entry/MainInterface.h"
 
 #include <QObject>
 

@@ -1,4 +1,4 @@
-#include "ControlTree.h"
+#include "window/ControlTree.h"
 
 #include <QDebug>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "GnssWindow.h"
+#include "window/GnssWindow.h"
 
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"

@@ -1,4 +1,4 @@
-#include "GnssWindow.h"
+#include "window/GnssWindow.h"
 
 #include "base/AckWait.h"
 #include "base/MessageBoxes.h"

@@ -1,4 +1,4 @@
-#include "GnssWindow.h"
+#include "window/GnssWindow.h"
 
 #include "commands/CmdConfig.h"
 #include "commands/ConfigViewWin.h"

@@ -1,6 +1,5 @@
-#include "GnssWindow.h"
+#include "window/GnssWindow.h"
 
-#include "ControlTree.h"
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"
 #include "line/PortList.h"
@@ -8,6 +7,7 @@
 #include "widgets/LeftDockWidget.h"
 #include "widgets/MyButton.h"
 #include "widgets/SerialSetting.h"
+#include "window/ControlTree.h"
 
 #include "host/support/CProductVersion.h"
 #include "host/support/ImageManager.h"

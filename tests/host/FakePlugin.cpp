@@ -1,4 +1,4 @@
-#include "plugin/MainInterface.h"
+#include "entry/MainInterface.h"
 
 #include "host/support/CProductVersion.h"
 

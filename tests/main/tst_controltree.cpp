@@ -1,5 +1,5 @@
 #include "Files.h"
-#include "main/ControlTree.h"
+#include "window/ControlTree.h"
 
 #include <QTreeWidget>
 

@@ -6,7 +6,7 @@
 #include "Pty.h"
 
 #include "base/ProcessState.h"
-#include "main/GnssWindow.h"
+#include "window/GnssWindow.h"
 
 #include "host/support/HostSupportConfig.h"
 

@@ -1,7 +1,7 @@
 #include "BoxAnswerer.h"
 #include "LogCatcher.h"
 
-#include "plugin/Gnss.h"
+#include "entry/Gnss.h"
 
 #include <QWidget>
 #include <QtTest>

@@ -2,8 +2,8 @@
 #include "ServiceProcess.h"
 
 #include "base/ProcessState.h"
-#include "main/GnssWindow.h"
 #include "views/log/NMEAViewWin.h"
+#include "window/GnssWindow.h"
 
 #include <QAbstractButton>
 #include <QApplication>
