@@ -53,48 +53,71 @@ function(gnss_room name)
     set_property(GLOBAL APPEND PROPERTY GNSS_ROOMS "${name}|${CMAKE_CURRENT_SOURCE_DIR}")
 endfunction()
 
-# gnss_add_test(NAME SOURCES ... LIBS ... [NEEDS target...] [ENV name=value...] [TIMEOUT seconds] [NO_CODEC]
-#               [DECODER])
+# gnss_test(TOPIC [LINKS target...] [NEEDS target...] [DEFINES name=value...] [ENV name=value...] [TIMEOUT seconds]
+#           [CODEC] [DECODER] [FAKE_CODEC])
 #
-# A test program with a folder of its own (so with its own Source-Datas/bin) and an empty current directory
-# of its own. The open codec is put into that Source-Datas/bin unless NO_CODEC is given, and with DECODER the
-# open seed decoder too.
-function(gnss_add_test name)
-    cmake_parse_arguments(T "NO_CODEC;DECODER" "TIMEOUT" "SOURCES;LIBS;NEEDS;ENV" ${ARGN})
+# The test program tst_ROOM_TOPIC out of tst_TOPIC.cpp, labelled with its room, which is its folder's name. It links
+# the room's library unless LINKS says otherwise. It runs in a folder of its own (so with its own Source-Datas/bin)
+# and in an empty current directory of its own. CODEC puts the open codec into that Source-Datas/bin, DECODER the
+# open seed decoder; FAKE_CODEC tells where the fake codecs are.
+function(gnss_test topic)
+    cmake_parse_arguments(T "CODEC;DECODER;FAKE_CODEC" "TIMEOUT" "LINKS;NEEDS;DEFINES;ENV" ${ARGN})
+    get_filename_component(room "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
+    set(name tst_${room}_${topic})
     set(folder "${CMAKE_BINARY_DIR}/tests/${name}")
-    add_executable(${name} ${T_SOURCES})
-    set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY "${folder}/app")
+    if(NOT T_LINKS)
+        set(T_LINKS gnss_${room})
+    endif()
     find_package(Qt5 REQUIRED COMPONENTS Test)
-    target_link_libraries(${name} PRIVATE ${T_LIBS} Qt5::Test)
-    target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}" "${CMAKE_SOURCE_DIR}/tests")
+    add_executable(${name} tst_${topic}.cpp)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY "${folder}/app")
+    target_link_libraries(${name} PRIVATE ${T_LINKS} Qt5::Test)
+    target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}" "${CMAKE_SOURCE_DIR}/tests/support")
     target_compile_definitions(${name} PRIVATE
         GNSS_CAPTURES="${GNSS_CAPTURES}"
         GNSS_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
-        GNSS_BUILD_BIN="${GNSS_BIN}")
+        GNSS_BUILD_BIN="${GNSS_BIN}"
+        ${T_DEFINES})
     file(MAKE_DIRECTORY "${folder}/cwd")
-    if(NOT T_NO_CODEC)
-        list(APPEND T_NEEDS GnssUtils)
-        add_custom_command(TARGET ${name} POST_BUILD
-            COMMAND ${CMAKE_COMMAND} -E make_directory "${folder}/app/Source-Datas/bin"
-            COMMAND ${CMAKE_COMMAND} -E create_symlink "$<TARGET_FILE:GnssUtils>"
-                    "${folder}/app/Source-Datas/bin/GnssUtils.dll"
-            VERBATIM)
+    if(T_FAKE_CODEC)
+        add_dependencies(${name} ${FAKE_CODECS})
+        target_compile_definitions(${name} PRIVATE FAKE_CODEC_DIR="${FAKE_CODEC_DIR}")
+    endif()
+    if(T_CODEC)
+        gnss_put_library(${name} GnssUtils "${folder}/app/Source-Datas/bin" GnssUtils.dll)
     endif()
     if(T_DECODER)
-        list(APPEND T_NEEDS pgnss_decoder)
-        add_custom_command(TARGET ${name} POST_BUILD
-            COMMAND ${CMAKE_COMMAND} -E make_directory "${folder}/app/Source-Datas/bin"
-            COMMAND ${CMAKE_COMMAND} -E create_symlink "$<TARGET_FILE:pgnss_decoder>"
-                    "${folder}/app/Source-Datas/bin/libpgnss_decoder.dll"
-            VERBATIM)
+        gnss_put_library(${name} pgnss_decoder "${folder}/app/Source-Datas/bin" libpgnss_decoder.dll)
     endif()
     if(T_NEEDS)
         add_dependencies(${name} ${T_NEEDS})
     endif()
-    add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY "${folder}/cwd")
-    if(NOT T_TIMEOUT)
-        set(T_TIMEOUT 120)
+    gnss_run_test(${name} ${name} "${T_TIMEOUT}" "${T_ENV}")
+endfunction()
+
+# gnss_test_again(TOPIC NAME [ENV name=value...]): runs a test program once more, in another environment.
+function(gnss_test_again topic again)
+    cmake_parse_arguments(T "" "TIMEOUT" "ENV" ${ARGN})
+    get_filename_component(room "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
+    gnss_run_test(tst_${room}_${topic} tst_${room}_${topic}_${again} "${T_TIMEOUT}" "${T_ENV}")
+endfunction()
+
+function(gnss_run_test target name timeout environment)
+    get_filename_component(room "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
+    set(folder "${CMAKE_BINARY_DIR}/tests/${target}")
+    if(NOT timeout)
+        set(timeout 120)
     endif()
-    set_tests_properties(${name} PROPERTIES TIMEOUT ${T_TIMEOUT}
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;XDG_CONFIG_HOME=${folder}/config;ASAN_OPTIONS=detect_leaks=0:abort_on_error=0;${T_ENV}")
+    add_test(NAME ${name} COMMAND ${target} WORKING_DIRECTORY "${folder}/cwd")
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${timeout} LABELS ${room} ENVIRONMENT
+        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;XDG_CONFIG_HOME=${folder}/config;ASAN_OPTIONS=detect_leaks=0:abort_on_error=0;${environment}")
+endfunction()
+
+# Puts a library that is loaded at run time where a test program looks for it.
+function(gnss_put_library program library folder name)
+    add_dependencies(${program} ${library})
+    add_custom_command(TARGET ${program} POST_BUILD
+        COMMAND ${CMAKE_COMMAND} -E make_directory "${folder}"
+        COMMAND ${CMAKE_COMMAND} -E create_symlink "$<TARGET_FILE:${library}>" "${folder}/${name}"
+        VERBATIM)
 endfunction()

@@ -1,4 +1,4 @@
-#include "AssistConfig.h"
+#include "host/app/AssistConfig.h"
 
 #include <QCryptographicHash>
 #include <QDebug>

@@ -1,4 +1,4 @@
-#include "ChildProcess.h"
+#include "host/app/ChildProcess.h"
 
 #include <QDebug>
 #include <QFileInfo>

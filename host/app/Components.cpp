@@ -1,4 +1,4 @@
-#include "Components.h"
+#include "host/app/Components.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "DebugLog.h"
+#include "host/app/DebugLog.h"
 
 #include <QCoreApplication>
 #include <QMutexLocker>

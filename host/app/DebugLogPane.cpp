@@ -1,6 +1,6 @@
-#include "DebugLogPane.h"
+#include "host/app/DebugLogPane.h"
 
-#include "DebugLog.h"
+#include "host/app/DebugLog.h"
 
 #include <QDateTime>
 #include <QFileDialog>

@@ -1,7 +1,7 @@
-#include "HeadlessRun.h"
+#include "host/app/HeadlessRun.h"
 
-#include "DebugLog.h"
-#include "NmeaCounter.h"
+#include "host/app/DebugLog.h"
+#include "host/app/NmeaCounter.h"
 
 #include <QApplication>
 #include <QDebug>

@@ -1,4 +1,4 @@
-#include "HostOptions.h"
+#include "host/app/HostOptions.h"
 
 #include <QCommandLineParser>
 #include <QFileInfo>

@@ -1,12 +1,12 @@
-#include "HostSession.h"
+#include "host/app/HostSession.h"
 
-#include "AssistConfig.h"
-#include "Components.h"
-#include "HeadlessRun.h"
-#include "HostWindow.h"
-#include "PluginSession.h"
-#include "ProcessFacts.h"
-#include "SerialPortsVariable.h"
+#include "host/app/AssistConfig.h"
+#include "host/app/Components.h"
+#include "host/app/HeadlessRun.h"
+#include "host/app/HostWindow.h"
+#include "host/app/PluginSession.h"
+#include "host/app/ProcessFacts.h"
+#include "host/app/SerialPortsVariable.h"
 #include "host/support/HostSupportConfig.h"
 
 #include <QApplication>

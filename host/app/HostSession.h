@@ -1,11 +1,11 @@
 #pragma once
 
-#include "HostOptions.h"
-#include "HostSettings.h"
-#include "ReceiverProcess.h"
-#include "ServiceProcess.h"
-#include "StationReceivers.h"
-#include "StopSignals.h"
+#include "host/app/HostOptions.h"
+#include "host/app/HostSettings.h"
+#include "host/app/ReceiverProcess.h"
+#include "host/app/ServiceProcess.h"
+#include "host/app/StationReceivers.h"
+#include "host/app/StopSignals.h"
 
 #include <QObject>
 #include <QTranslator>

@@ -1,4 +1,4 @@
-#include "HostSettings.h"
+#include "host/app/HostSettings.h"
 
 #include <QDir>
 

@@ -1,6 +1,6 @@
-#include "HostWindow.h"
+#include "host/app/HostWindow.h"
 
-#include "DebugLogPane.h"
+#include "host/app/DebugLogPane.h"
 #include "host/support/ImageManager.h"
 
 #include <QAction>

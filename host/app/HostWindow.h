@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Components.h"
+#include "host/app/Components.h"
 
 #include <QMainWindow>
 #include <QMap>

@@ -1,4 +1,4 @@
-#include "NmeaCounter.h"
+#include "host/app/NmeaCounter.h"
 
 #include <QList>
 

@@ -1,4 +1,4 @@
-#include "PluginSession.h"
+#include "host/app/PluginSession.h"
 
 #include "entry/MainInterface.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PluginParent.h"
+#include "host/app/PluginParent.h"
 
 #include <QObject>
 #include <QPluginLoader>

@@ -1,4 +1,4 @@
-#include "ProcessFacts.h"
+#include "host/app/ProcessFacts.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "ReceiverProcess.h"
+#include "host/app/ReceiverProcess.h"
 
 #include <QCoreApplication>
 #include <QDebug>

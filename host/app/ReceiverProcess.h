@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ChildProcess.h"
+#include "host/app/ChildProcess.h"
 
 #include <QTemporaryDir>
 

@@ -1,4 +1,4 @@
-#include "SerialPortsVariable.h"
+#include "host/app/SerialPortsVariable.h"
 
 #include <QFile>
 #include <QStringList>

@@ -1,4 +1,4 @@
-#include "ServiceProcess.h"
+#include "host/app/ServiceProcess.h"
 
 #include <QDebug>
 #include <QDir>

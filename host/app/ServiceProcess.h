@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ChildProcess.h"
+#include "host/app/ChildProcess.h"
 
 /// What the local assistance service is started with.
 struct ServiceSettings {

@@ -1,6 +1,6 @@
-#include "StationReceivers.h"
+#include "host/app/StationReceivers.h"
 
-#include "SerialPortsVariable.h"
+#include "host/app/SerialPortsVariable.h"
 
 #include <QDir>
 

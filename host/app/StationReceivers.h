@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ReceiverProcess.h"
+#include "host/app/ReceiverProcess.h"
 
 #include <QString>
 #include <QTemporaryDir>

@@ -1,4 +1,4 @@
-#include "StopSignals.h"
+#include "host/app/StopSignals.h"
 
 #include <QSocketNotifier>
 

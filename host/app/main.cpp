@@ -1,6 +1,6 @@
-#include "DebugLog.h"
-#include "HostOptions.h"
-#include "HostSession.h"
+#include "host/app/DebugLog.h"
+#include "host/app/HostOptions.h"
+#include "host/app/HostSession.h"
 
 #include <QApplication>
 #include <QFont>

@@ -1,5 +1,5 @@
 #include "Files.h"
-#include "ReceiverProcess.h"
+#include "host/app/ReceiverProcess.h"
 #include "host/support/ImageManager.h"
 
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ImageDescription.h"
+#include "tools/firmware/ImageDescription.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

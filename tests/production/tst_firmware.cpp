@@ -1,7 +1,7 @@
 #include "production/FirmwareAnswer.h"
 #include "protocol/FirmwareImage.h"
 
-#include "ImageDescription.h"
+#include "tools/firmware/ImageDescription.h"
 
 #include <QtTest>
 

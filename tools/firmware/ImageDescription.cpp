@@ -1,4 +1,4 @@
-#include "ImageDescription.h"
+#include "tools/firmware/ImageDescription.h"
 
 #include "protocol/LoaderMessages.h"
 

@@ -1,6 +1,6 @@
 // firmware-image: writes firmware images out of descriptions, and tells what an image holds.
 
-#include "ImageDescription.h"
+#include "tools/firmware/ImageDescription.h"
 
 #include "protocol/FirmwareImage.h"
 

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "tools/log/ExitCode.h"
+#include "tools/log/Options.h"
+
+namespace gnsslog {
+
+/// Carries out a command; messages go to standard error, one line each, "gnss-log: WHAT: WHY".
+ExitCode Run(const Options& options);
+
+} // namespace gnsslog
