@@ -12,8 +12,8 @@
 #include "base/ProcessState.h"
 #include "window/GnssWindow.h"
 
-#include "AssistConfig.h"
-#include "ServiceProcess.h"
+#include "host/app/AssistConfig.h"
+#include "host/app/ServiceProcess.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -119,8 +119,9 @@ void RunNewItems(benchmark::State& state, std::uint32_t type, bool isShown)
     QTableView table;
     table.setModel(models.first());
     table.resize(width, height);
-    if (isShown)
+    if (isShown) {
         table.show();
+    }
     Repaint();
     std::size_t turn = 0;
     for (auto _ : state) {
@@ -148,8 +149,9 @@ void RunNewItems(benchmark::State& state, std::uint32_t type, bool isShown)
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     const QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     const auto add = [](const char* name, auto function, auto... arguments) {

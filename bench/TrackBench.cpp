@@ -53,8 +53,9 @@ void PaintNaively(QImage& image)
         painter.drawEllipse(QRectF(std::floor(dot.x() + 0.5) - 3.0, std::floor(dot.y() + 0.5) - 3.0, 5.0, 5.0));
     };
     painter.setPen(Qt::green);
-    for (const TrackState::GeoPoint& point : TrackState::pointList)
+    for (const TrackState::GeoPoint& point : TrackState::pointList) {
         draw(point, Qt::green);
+    }
     draw(TrackState::pointList.back(), Qt::red);
 }
 
@@ -97,15 +98,17 @@ void BM_TrackDots(benchmark::State& state)
     std::mt19937 random(1);
     std::normal_distribution<double> spread(0.0, 80.0);
     std::vector<QPointF> positions(static_cast<std::size_t>(state.range(0)));
-    for (QPointF& position : positions)
+    for (QPointF& position : positions) {
         position = QPointF(spread(random), spread(random));
+    }
     QImage image(kPlot, QImage::Format_RGB32);
     image.fill(Qt::white);
     TrackDots dots;
     for (auto _ : state) {
         dots.Begin(kPlot, 1.0);
-        for (const QPointF& position : positions)
+        for (const QPointF& position : positions) {
             dots.Add(position.x(), position.y());
+        }
         QPainter painter(&image);
         dots.Paint(painter);
     }
@@ -157,8 +160,9 @@ BENCHMARK(BM_ConvertMany);
 
 int main(int argc, char** argv)
 {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     QApplication application(argc, argv);
     ClassGnss::InitGnssUtils();
     benchmark::Initialize(&argc, argv);

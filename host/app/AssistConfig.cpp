@@ -33,8 +33,9 @@ QString AssistConfigFile(const QString& applicationDir)
 
 bool IsOwnAssistConfig(const QString& file)
 {
-    if (!QFile::exists(file))
+    if (!QFile::exists(file)) {
         return true;
+    }
     const QSettings settings(file, QSettings::IniFormat);
     const AssistConfig config{settings.value(kHost).toString(), settings.value(kAppid).toString(),
                               settings.value(kKey).toString(), settings.value(kAuthority).toString()};
@@ -52,8 +53,9 @@ bool WriteAssistConfig(const QString& file, const AssistConfig& config)
         settings.setValue(kAuthority, config.ca);
         settings.setValue(kMade, Mark(config));
         settings.sync();
-        if (settings.status() != QSettings::NoError)
+        if (settings.status() != QSettings::NoError) {
             return false;
+        }
     }
     return QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
 }
@@ -61,13 +63,15 @@ bool WriteAssistConfig(const QString& file, const AssistConfig& config)
 bool ReadServiceCredentials(const QString& folder, AssistConfig& config)
 {
     QFile file(folder + QStringLiteral("/client.conf"));
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
         return false;
+    }
     for (const QByteArray& line : file.readAll().split('\n')) {
-        if (line.startsWith("appid="))
+        if (line.startsWith("appid=")) {
             config.appid = QString::fromLatin1(line.mid(6).trimmed());
-        else if (line.startsWith("key="))
+        } else if (line.startsWith("key=")) {
             config.key = QString::fromLatin1(line.mid(4).trimmed());
+        }
     }
     return !config.appid.isEmpty() && !config.key.isEmpty();
 }
@@ -75,8 +79,9 @@ bool ReadServiceCredentials(const QString& folder, AssistConfig& config)
 bool TrustConfiguredAuthority(const QString& file, const QString& applicationDir)
 {
     const QString named = QSettings(file, QSettings::IniFormat).value(kAuthority).toString();
-    if (named.isEmpty())
+    if (named.isEmpty()) {
         return false;
+    }
     const QString path = QDir(applicationDir).absoluteFilePath(named);
     const QList<QSslCertificate> authorities =
         QSslCertificate::fromPath(path, QSsl::Pem, QSslCertificate::PatternSyntax::FixedString);

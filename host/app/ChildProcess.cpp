@@ -15,10 +15,12 @@ QList<QByteArray> TakeLines(QByteArray& buffer)
 {
     QList<QByteArray> lines = buffer.split('\n');
     buffer = lines.takeLast();
-    if (buffer.size() > kMaxPartialLine)
+    if (buffer.size() > kMaxPartialLine) {
         buffer.clear();
-    for (QByteArray& line : lines)
+    }
+    for (QByteArray& line : lines) {
         line = line.trimmed();
+    }
     return lines;
 }
 
@@ -44,8 +46,9 @@ void ChildProcess::Start(const QString& program, const QStringList& arguments)
     connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &ChildProcess::ReadOutput);
     connect(m_process.get(), &QProcess::readyReadStandardError, this, &ChildProcess::ReadErrors);
     connect(m_process.get(), &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart)
+        if (error == QProcess::FailedToStart) {
             End(m_process->errorString());
+        }
     });
     connect(m_process.get(), qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             &ChildProcess::ProcessFinished);
@@ -55,8 +58,9 @@ void ChildProcess::Start(const QString& program, const QStringList& arguments)
 
 void ChildProcess::Stop()
 {
-    if (!m_process)
+    if (!m_process) {
         return;
+    }
     m_process->disconnect(this);
     if (m_process->state() != QProcess::NotRunning) {
         m_process->terminate();
@@ -80,24 +84,28 @@ void ChildProcess::ReadOutput()
 {
     m_output += m_process->readAllStandardOutput();
     for (const QByteArray& line : TakeLines(m_output)) {
-        if (!m_takeLine(line))
+        if (!m_takeLine(line)) {
             Log(line);
+        }
     }
 }
 
 void ChildProcess::ReadErrors()
 {
-    if (!m_process)
+    if (!m_process) {
         return; // stopped by whoever was told of its last line
+    }
     m_errors += m_process->readAllStandardError();
-    for (const QByteArray& line : TakeLines(m_errors))
+    for (const QByteArray& line : TakeLines(m_errors)) {
         Log(line);
+    }
 }
 
 void ChildProcess::Log(const QByteArray& line) const
 {
-    if (!line.isEmpty())
+    if (!line.isEmpty()) {
         qInfo().noquote().nospace() << m_name << ": " << QString::fromLocal8Bit(line);
+    }
 }
 
 void ChildProcess::ProcessFinished(int code, QProcess::ExitStatus status)
@@ -107,7 +115,8 @@ void ChildProcess::ProcessFinished(int code, QProcess::ExitStatus status)
     const QString last = QString::fromLocal8Bit(m_errors.trimmed());
     QString reason =
         status == QProcess::CrashExit ? tr("it was ended by a signal") : tr("it ended with status %1").arg(code);
-    if (!last.isEmpty())
+    if (!last.isEmpty()) {
         reason += QStringLiteral(" (%1)").arg(last);
+    }
     End(reason);
 }

@@ -32,8 +32,9 @@ bool IsLibraryLoaded(const QString& file)
 {
 #ifdef Q_OS_UNIX
     void* handle = dlopen(QFile::encodeName(file).constData(), RTLD_LAZY | RTLD_NOLOAD);
-    if (handle)
+    if (handle) {
         dlclose(handle);
+    }
     return handle != nullptr;
 #else
     return QLibrary(file).isLoaded();

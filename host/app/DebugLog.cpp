@@ -44,8 +44,9 @@ bool IsError(QtMsgType type)
 
 void HandleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
-    if (IsError(type) && IsPlatformNoise(text))
+    if (IsError(type) && IsPlatformNoise(text)) {
         type = QtInfoMsg;
+    }
     DebugLog::Instance().Add(type, QString::fromUtf8(context.category), text);
     if (IsError(type)) {
         const QByteArray bytes = text.toLocal8Bit();
@@ -68,12 +69,14 @@ void DebugLog::Install()
 
 void DebugLog::Add(QtMsgType type, const QString& category, const QString& text)
 {
-    if (insideHandler)
+    if (insideHandler) {
         return;
+    }
     insideHandler = true;
     QString line = QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz ")) + LevelLetter(type);
-    if (!category.isEmpty() && category != QLatin1String("default"))
+    if (!category.isEmpty() && category != QLatin1String("default")) {
         line += QLatin1Char(' ') + category + QLatin1Char(':');
+    }
     line += QLatin1Char(' ') + text;
     {
         const QMutexLocker lock(&m_mutex);
@@ -82,8 +85,9 @@ void DebugLog::Add(QtMsgType type, const QString& category, const QString& text)
             m_lines.pop_front();
             ++m_firstNumber;
         }
-        if (IsError(type))
+        if (IsError(type)) {
             ++m_errors;
+        }
         if (m_listener && !m_eventPosted) {
             m_eventPosted = true;
             QCoreApplication::postEvent(m_listener, new QEvent(NewLinesEvent()));
@@ -111,8 +115,9 @@ QStringList DebugLog::LinesFrom(quint64& next)
     m_eventPosted = false;
     QStringList lines;
     const quint64 end = m_firstNumber + m_lines.size();
-    for (quint64 number = qMax(next, m_firstNumber); number < end; ++number)
+    for (quint64 number = qMax(next, m_firstNumber); number < end; ++number) {
         lines << m_lines[static_cast<std::size_t>(number - m_firstNumber)];
+    }
     next = end;
     return lines;
 }
@@ -121,8 +126,9 @@ QString DebugLog::Text()
 {
     const QMutexLocker lock(&m_mutex);
     QString text;
-    for (const QString& line : m_lines)
+    for (const QString& line : m_lines) {
         text += line + QLatin1Char('\n');
+    }
     return text;
 }
 

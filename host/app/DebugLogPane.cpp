@@ -55,13 +55,15 @@ void DebugLogPane::Save()
     const QPointer<DebugLogPane> self(this);
     const QString path = QFileDialog::getSaveFileName(this, tr("Save Debug Log"), proposal,
                                                       tr("Log files (*.log *.txt);;All files (*)"));
-    if (!self || path.isEmpty())
+    if (!self || path.isEmpty()) {
         return;
+    }
     QSaveFile file(path);
     const QByteArray bytes = DebugLog::Instance().Text().toUtf8();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
         QMessageBox::warning(this, tr("Save Debug Log"),
                              tr("%1 cannot be written: %2").arg(path, file.errorString()));
+    }
 }
 
 void DebugLogPane::Clear()
@@ -81,8 +83,9 @@ bool DebugLogPane::event(QEvent* event)
 
 void DebugLogPane::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange) {
         Retranslate();
+    }
     QWidget::changeEvent(event);
 }
 
@@ -95,6 +98,7 @@ void DebugLogPane::Retranslate()
 void DebugLogPane::TakeNewLines()
 {
     const QStringList lines = DebugLog::Instance().LinesFrom(m_next);
-    if (!lines.isEmpty())
+    if (!lines.isEmpty()) {
         m_text->appendPlainText(lines.join(QLatin1Char('\n')));
+    }
 }

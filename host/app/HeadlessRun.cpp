@@ -27,8 +27,9 @@ QStringList Files(const QString& folder, const QString& pattern, bool deep)
     QStringList files;
     QDirIterator it(folder, {pattern}, QDir::Files,
                     deep ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags);
-    while (it.hasNext())
+    while (it.hasNext()) {
         files << QFileInfo(it.next()).canonicalFilePath();
+    }
     files.sort();
     return files;
 }
@@ -58,8 +59,9 @@ HeadlessRun::HeadlessRun(int seconds, const QString& folder, QWidget* window)
                        .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmsszzz")));
     }
     m_folder = QFileInfo(m_folder).absoluteFilePath();
-    for (const QString& file : AllCaptures() + AllLogs())
+    for (const QString& file : AllCaptures() + AllLogs()) {
         m_oldFiles.insert(file);
+    }
     m_clock.setSingleShot(true);
     connect(&m_clock, &QTimer::timeout, this, &HeadlessRun::End);
     connect(&m_boxTimer, &QTimer::timeout, this, &HeadlessRun::CloseBoxes);
@@ -69,8 +71,9 @@ HeadlessRun::HeadlessRun(int seconds, const QString& folder, QWidget* window)
 
 void HeadlessRun::Start()
 {
-    if (!m_clock.isActive())
+    if (!m_clock.isActive()) {
         m_clock.start(m_seconds * 1000);
+    }
 }
 
 void HeadlessRun::AddPort(const QString& port)
@@ -90,8 +93,9 @@ QStringList HeadlessRun::NewCaptures() const
 {
     QStringList files;
     for (const QString& file : AllCaptures()) {
-        if (!m_oldFiles.contains(file) && IsOurs(file))
+        if (!m_oldFiles.contains(file) && IsOurs(file)) {
             files << file;
+        }
     }
     return files;
 }
@@ -100,8 +104,9 @@ QStringList HeadlessRun::NewLogs() const
 {
     QStringList files;
     for (const QString& file : AllLogs()) {
-        if (!m_oldFiles.contains(file))
+        if (!m_oldFiles.contains(file)) {
             files << file;
+        }
     }
     return files;
 }
@@ -109,14 +114,16 @@ QStringList HeadlessRun::NewLogs() const
 void HeadlessRun::CloseBoxes()
 {
     QWidget* modal = QApplication::activeModalWidget();
-    if (!modal)
+    if (!modal) {
         return;
+    }
     const auto* box = qobject_cast<QMessageBox*>(modal);
     qWarning().noquote() << "box closed:" << modal->windowTitle() << (box ? box->text() : QString());
-    if (auto* dialog = qobject_cast<QDialog*>(modal))
+    if (auto* dialog = qobject_cast<QDialog*>(modal)) {
         dialog->reject();
-    else
+    } else {
         modal->close();
+    }
 }
 
 bool HeadlessRun::Write(const QString& name, const QByteArray& bytes)
@@ -132,8 +139,9 @@ bool HeadlessRun::Write(const QString& name, const QByteArray& bytes)
 
 void HeadlessRun::Copy(const QStringList& files, const QString& subfolder)
 {
-    if (files.isEmpty())
+    if (files.isEmpty()) {
         return;
+    }
     const QString target = m_folder + QLatin1Char('/') + subfolder;
     QDir().mkpath(target);
     for (const QString& file : files) {
@@ -168,10 +176,12 @@ void HeadlessRun::End()
     QByteArray chunk;
     for (const QString& name : captures) {
         QFile file(name);
-        if (!file.open(QIODevice::ReadOnly))
+        if (!file.open(QIODevice::ReadOnly)) {
             continue;
-        while (!(chunk = file.read(kChunk)).isEmpty())
+        }
+        while (!(chunk = file.read(kChunk)).isEmpty()) {
             counter.Feed(chunk.constData(), chunk.size());
+        }
     }
     Copy(captures, QStringLiteral("captures"));
     Copy(NewLogs(), QStringLiteral("logs"));

@@ -56,8 +56,9 @@ void AddOptions(QCommandLineParser& parser)
 QSize ParseSize(const QString& text)
 {
     const QStringList parts = text.toLower().split(QLatin1Char('x'));
-    if (parts.size() != 2)
+    if (parts.size() != 2) {
         return {};
+    }
     bool widthGood = false;
     bool heightGood = false;
     const QSize size(parts[0].toInt(&widthGood), parts[1].toInt(&heightGood));
@@ -75,40 +76,47 @@ QString ReadValues(const QCommandLineParser& parser, HostOptions& options)
     bool good = true;
     if (parser.isSet(QStringLiteral("product"))) {
         options.product = parser.value(QStringLiteral("product")).toInt(&good);
-        if (!good || *options.product < 0)
+        if (!good || *options.product < 0) {
             return bad(QStringLiteral("product"));
+        }
     }
     if (parser.isSet(QStringLiteral("language"))) {
         const QString name = parser.value(QStringLiteral("language"));
-        if (name != QLatin1String("zh") && name != QLatin1String("en"))
+        if (name != QLatin1String("zh") && name != QLatin1String("en")) {
             return bad(QStringLiteral("language"));
+        }
         options.language = name == QLatin1String("zh") ? 2 : 1;
     }
     if (parser.isSet(QStringLiteral("speed"))) {
         options.speed = parser.value(QStringLiteral("speed"));
         const double speed = options.speed.toDouble(&good);
-        if (!good || !(speed > 0.0) || speed > 1e6)
+        if (!good || !(speed > 0.0) || speed > 1e6) {
             return bad(QStringLiteral("speed"));
+        }
     }
     if (parser.isSet(QStringLiteral("station"))) {
         options.station = parser.value(QStringLiteral("station")).toInt(&good);
-        if (!good || options.station < 0 || options.station > 16)
+        if (!good || options.station < 0 || options.station > 16) {
             return bad(QStringLiteral("station"));
+        }
     }
     if (parser.isSet(QStringLiteral("headless"))) {
         options.headlessSeconds = parser.value(QStringLiteral("headless")).toInt(&good);
-        if (!good || options.headlessSeconds < 1 || options.headlessSeconds > 86400)
+        if (!good || options.headlessSeconds < 1 || options.headlessSeconds > 86400) {
             return bad(QStringLiteral("headless"));
+        }
     }
     if (parser.isSet(QStringLiteral("size"))) {
         options.size = ParseSize(parser.value(QStringLiteral("size")));
-        if (!options.size.isValid())
+        if (!options.size.isValid()) {
             return bad(QStringLiteral("size"));
+        }
     }
     if (parser.isSet(QStringLiteral("capture"))) {
         const QFileInfo file(parser.value(QStringLiteral("capture")));
-        if (!file.isFile())
+        if (!file.isFile()) {
             return QStringLiteral("no such capture: \"%1\"").arg(file.filePath());
+        }
         options.capture = file.absoluteFilePath();
     }
     return {};

@@ -50,15 +50,18 @@ HostSession::HostSession(const HostOptions& options)
     m_product = options.product.value_or(m_settings.Product());
     m_language = options.language.value_or(m_settings.Language(QLocale::system()));
     m_receiverWanted = !options.noReceiver && options.port.isEmpty();
-    if (m_options.plugin.isEmpty())
+    if (m_options.plugin.isEmpty()) {
         m_options.plugin = BesideProgram(kPluginFile);
-    else
+    } else {
         m_options.plugin = QFileInfo(m_options.plugin).absoluteFilePath();
-    if (m_options.receiver.isEmpty())
+    }
+    if (m_options.receiver.isEmpty()) {
         m_options.receiver = BesideProgram(kReceiverFile);
+    }
     connect(&m_receiver, &ReceiverProcess::Ended, this, &HostSession::ReceiverEnded);
-    if (m_options.service.isEmpty())
+    if (m_options.service.isEmpty()) {
         m_options.service = BesideProgram(kServiceFile);
+    }
     connect(&m_service, &ServiceProcess::Ready, this, &HostSession::UseService);
 }
 
@@ -71,8 +74,9 @@ int HostSession::Run()
 {
     ApplySettings();
     // The process takes its time to come up, so it goes before the windows.
-    if (m_receiverWanted)
+    if (m_receiverWanted) {
         StartReceiver();
+    }
 
     m_window = std::make_unique<HostWindow>();
     m_window->installEventFilter(this);
@@ -87,13 +91,15 @@ int HostSession::Run()
     while (code == kRebuild) {
         Build();
         code = RunLoop();
-        if (!m_headless && !m_options.size.isValid())
+        if (!m_headless && !m_options.size.isValid()) {
             m_settings.SetWindow(m_window->saveGeometry(), m_window->saveState());
+        }
         TakeDown();
         if (code == kRebuild) {
             ApplySettings();
-            if (m_receiverWanted)
+            if (m_receiverWanted) {
                 StartReceiver();
+            }
         }
     }
     m_headless.reset();
@@ -109,24 +115,27 @@ void HostSession::SizeWindow()
         m_window->restoreGeometry(m_settings.Geometry());
         m_window->restoreState(m_settings.WindowState());
     }
-    if (m_options.size.isValid())
+    if (m_options.size.isValid()) {
         m_window->resize(m_options.size);
+    }
 }
 
 void HostSession::Connect()
 {
     connect(&m_stopSignals, &StopSignals::Stopped, this, [this] { Leave(m_headless ? 1 : 0); });
-    if (m_headless)
+    if (m_headless) {
         connect(m_headless.get(), &HeadlessRun::Finished, this, &HostSession::Leave);
+    }
     connect(m_window.get(), &HostWindow::Closing, this, [this] { Leave(0); });
     connect(m_window.get(), &HostWindow::ProductChosen, this, &HostSession::ChangeProduct);
     connect(m_window.get(), &HostWindow::LanguageChosen, this, &HostSession::ChangeLanguage);
     connect(m_window.get(), &HostWindow::ReceiverSwitched, this, [this](bool on) {
         m_receiverWanted = on;
-        if (on)
+        if (on) {
             RestartReceiver();
-        else
+        } else {
             StopReceiver();
+        }
     });
     connect(m_window.get(), &HostWindow::CaptureChosen, this, [this](const QString& file) {
         m_options.capture = file;
@@ -136,16 +145,18 @@ void HostSession::Connect()
     connect(m_window.get(), &HostWindow::SpeedChosen, this, [this](const QString& speed) {
         m_options.speed = speed;
         m_window->ShowCapture(m_options.capture, m_options.speed);
-        if (!m_options.capture.isEmpty() && m_receiverWanted)
+        if (!m_options.capture.isEmpty() && m_receiverWanted) {
             RestartReceiver();
+        }
     });
 }
 
 int HostSession::RunLoop()
 {
     // The wish to leave may have come while the window was being built.
-    if (!m_leave)
+    if (!m_leave) {
         QCoreApplication::exec();
+    }
     const int code = m_leave.value_or(0);
     m_leave.reset();
     return code;
@@ -154,28 +165,33 @@ int HostSession::RunLoop()
 void HostSession::ApplySettings()
 {
     HostSupportConfig::SetProduct(m_product);
-    if (!WriteLanguageFile(QDir::currentPath(), m_language))
+    if (!WriteLanguageFile(QDir::currentPath(), m_language)) {
         qWarning() << "language.ini cannot be written";
+    }
     InstallTranslators();
 }
 
 void HostSession::InstallTranslators()
 {
     const QString folder = BesideProgram(QStringLiteral("translations"));
-    for (QTranslator* translator : {&m_hostTexts, &m_pluginTexts, &m_qtTexts})
+    for (QTranslator* translator : {&m_hostTexts, &m_pluginTexts, &m_qtTexts}) {
         QCoreApplication::removeTranslator(translator);
+    }
     const auto install = [](QTranslator& translator, const QString& name, const QString& from) {
-        if (!translator.load(name, from))
+        if (!translator.load(name, from)) {
             return false;
+        }
         QCoreApplication::installTranslator(&translator);
         return true;
     };
     if (m_language == LANGUAGE_CHINESE) {
-        if (!install(m_hostTexts, QStringLiteral("host_zh"), folder))
+        if (!install(m_hostTexts, QStringLiteral("host_zh"), folder)) {
             qWarning().noquote() << "no translation" << folder + QStringLiteral("/host_zh.qm");
-        if (!install(m_qtTexts, QStringLiteral("qtbase_zh_CN"), folder))
+        }
+        if (!install(m_qtTexts, QStringLiteral("qtbase_zh_CN"), folder)) {
             install(m_qtTexts, QStringLiteral("qtbase_zh_CN"),
                     QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+        }
     } else if (!install(m_pluginTexts, QStringLiteral("gnss_en"), folder)) {
         qWarning().noquote() << "no translation" << folder + QStringLiteral("/gnss_en.qm");
     }
@@ -210,8 +226,9 @@ void HostSession::Build()
     m_station.Offer(kReadyMilliseconds);
     if (m_receiverWanted) {
         if (!m_receiver.WaitReady(kReadyMilliseconds) &&
-            m_receiver.CurrentState() == ReceiverProcess::State::Starting)
+            m_receiver.CurrentState() == ReceiverProcess::State::Starting) {
             qWarning() << "virtual receiver: not ready after 5 seconds";
+        }
         UsePort(m_receiver.Port());
     } else if (!m_options.port.isEmpty()) {
         UsePort(m_options.port);
@@ -234,8 +251,9 @@ void HostSession::Build()
     const ComponentStatus codec = CheckLibrary(CodecFile(QCoreApplication::applicationDirPath()));
     const ComponentStatus archiver = CheckProgram(ArchiverFile(QDir::currentPath()));
     for (const ComponentStatus& status : {codec, archiver}) {
-        if (!status.good)
+        if (!status.good) {
             qWarning().noquote() << "not in use:" << status.file << status.reason;
+        }
     }
     m_window->ShowComponents(plugin, codec, archiver);
     ShowReceiverState();
@@ -246,8 +264,9 @@ void HostSession::Build()
     m_window->update();
     // A window that nobody sees is never painted.
     QTimer::singleShot(kPaintMilliseconds, this, &HostSession::OpenLine);
-    if (m_headless)
+    if (m_headless) {
         m_headless->Start();
+    }
 }
 
 bool HostSession::eventFilter(QObject* watched, QEvent* event)
@@ -275,8 +294,9 @@ void HostSession::FirstPaint()
 void HostSession::OpenLine()
 {
     StartService();
-    if (m_lineOpened || !m_built || m_port.isEmpty())
+    if (m_lineOpened || !m_built || m_port.isEmpty()) {
         return;
+    }
     m_lineOpened = true;
     m_plugin->OpenPort(m_port);
 }
@@ -285,8 +305,9 @@ void HostSession::OpenLine()
 /// another service only that one's authority is trusted.
 void HostSession::StartService()
 {
-    if (m_serviceTried)
+    if (m_serviceTried) {
         return;
+    }
     m_serviceTried = true;
     const QString folder = QCoreApplication::applicationDirPath();
     if (m_options.noService || !IsOwnAssistConfig(AssistConfigFile(folder))) {
@@ -305,29 +326,34 @@ void HostSession::UseService(const QString& host)
     config.host = host;
     config.ca = m_service.Folder() + QStringLiteral("/certificate.pem");
     if (!ReadServiceCredentials(m_service.Folder(), config) || !IsOwnAssistConfig(file) ||
-        !WriteAssistConfig(file, config))
+        !WriteAssistConfig(file, config)) {
         qWarning().noquote() << "assistance service: not written to" << file;
+    }
     TrustConfiguredAuthority(file, folder);
 }
 
 /// Puts a port into the list of ports, in place of an earlier one.
 void HostSession::UsePort(const QString& port)
 {
-    if (!m_port.isEmpty())
+    if (!m_port.isEmpty()) {
         SerialPortsVariable::Remove(m_port);
+    }
     m_port = port;
-    if (m_port.isEmpty())
+    if (m_port.isEmpty()) {
         return;
+    }
     SerialPortsVariable::Add(m_port);
-    if (m_headless)
+    if (m_headless) {
         m_headless->AddPort(m_port);
+    }
 }
 
 void HostSession::StopReceiver()
 {
     m_lineOpened = true; // from here on the line is opened and closed by these two
-    if (m_plugin && !m_receiver.Port().isEmpty() && IsOpenInThisProcess(m_receiver.Port()))
+    if (m_plugin && !m_receiver.Port().isEmpty() && IsOpenInThisProcess(m_receiver.Port())) {
         m_plugin->SwitchPort();
+    }
     m_receiver.Stop();
     UsePort(m_receiver.Port());
     ShowReceiverState();
@@ -343,34 +369,39 @@ void HostSession::RestartReceiver()
     const bool ready = m_receiver.WaitReady(kReadyMilliseconds);
     UsePort(m_receiver.Port());
     ShowReceiverState();
-    if (!ready || !m_plugin)
+    if (!ready || !m_plugin) {
         return;
+    }
     m_plugin->ChoosePort(m_port);
-    if (!IsOpenInThisProcess(m_port))
+    if (!IsOpenInThisProcess(m_port)) {
         m_plugin->SwitchPort();
+    }
 }
 
 void HostSession::ShowReceiverState()
 {
     const bool ready = m_receiver.CurrentState() == ReceiverProcess::State::Ready;
     QString text = m_receiver.StateText();
-    if (!m_receiverWanted && !m_options.port.isEmpty())
+    if (!m_receiverWanted && !m_options.port.isEmpty()) {
         text = tr("Port %1").arg(m_options.port);
+    }
     m_window->ShowReceiver(m_receiverWanted, text, ready);
 }
 
 void HostSession::ReceiverEnded(const QString& reason)
 {
-    if (!m_window)
+    if (!m_window) {
         return;
+    }
     ShowReceiverState();
     m_window->ShowNote(tr("The virtual receiver is gone: %1").arg(reason));
 }
 
 void HostSession::ChangeProduct(int product)
 {
-    if (product == m_product)
+    if (product == m_product) {
         return;
+    }
     m_product = product;
     m_settings.SetProduct(product);
     Leave(kRebuild);
@@ -378,8 +409,9 @@ void HostSession::ChangeProduct(int product)
 
 void HostSession::ChangeLanguage(int language)
 {
-    if (language == m_language)
+    if (language == m_language) {
         return;
+    }
     m_language = language;
     m_settings.SetLanguage(language);
     Leave(kRebuild);
@@ -391,8 +423,9 @@ void HostSession::ChangeLanguage(int language)
 void HostSession::Leave(int code)
 {
     // The first wish counts, but a wish to end goes before one to build again.
-    if (!m_leave || *m_leave == kRebuild)
+    if (!m_leave || *m_leave == kRebuild) {
         m_leave = code;
+    }
     if (m_plugin) {
         QTimer::singleShot(kUnwindMilliseconds, m_plugin.get(),
                            [plugin = m_plugin.get()] { plugin->DestroyWindow(); });

@@ -17,13 +17,15 @@ int LanguageOfLocale(const QLocale& locale)
 bool WriteLanguageFile(const QString& directory, int language)
 {
     const QString folder = directory + QStringLiteral("/Source-Datas/bin/config");
-    if (!QDir().mkpath(folder))
+    if (!QDir().mkpath(folder)) {
         return false;
+    }
     // Written through QSettings as it is read, so that the reader's cache in this process knows of it.
     QSettings ini(folder + QStringLiteral("/language.ini"), QSettings::IniFormat);
     const QString key = QStringLiteral("LanguageSetting/Language");
-    if (ini.value(key).toInt() != language)
+    if (ini.value(key).toInt() != language) {
         ini.setValue(key, language);
+    }
     ini.sync();
     return ini.status() == QSettings::NoError;
 }

@@ -175,11 +175,13 @@ void HostWindow::BuildStatusRow()
 void HostWindow::Retranslate()
 {
     for (auto it = m_actionTexts.cbegin(); it != m_actionTexts.cend(); ++it) {
-        if (it.value())
+        if (it.value()) {
             it.key()->setText(tr(it.value()));
+        }
     }
-    for (auto it = m_menuTexts.cbegin(); it != m_menuTexts.cend(); ++it)
+    for (auto it = m_menuTexts.cbegin(); it != m_menuTexts.cend(); ++it) {
         it.key()->setTitle(tr(it.value()));
+    }
     m_logDock->setWindowTitle(tr("Debug Log"));
     UpdateTitle();
     UpdateRow();
@@ -188,8 +190,9 @@ void HostWindow::Retranslate()
 void HostWindow::UpdateTitle()
 {
     QString title = QStringLiteral("GNSS Workbench");
-    if (!m_capture.isEmpty())
+    if (!m_capture.isEmpty()) {
         title = QFileInfo(m_capture).fileName() + QStringLiteral(" - ") + title;
+    }
     setWindowTitle(title);
 }
 
@@ -218,8 +221,9 @@ void HostWindow::ShowComponents(const ComponentStatus& plugin, const ComponentSt
 
 void HostWindow::UpdateRow()
 {
-    if (!m_rowFilled)
+    if (!m_rowFilled) {
         return;
+    }
     const auto show = [](const Chip& chip, const QString& name) {
         const ComponentStatus& status = chip.status;
         const char* colour = status.good ? kGood : chip.optional ? kOff : kBad;
@@ -253,8 +257,9 @@ void HostWindow::ShowProduct(int product)
 
 void HostWindow::ShowLanguage(int language)
 {
-    for (QAction* action : m_languages->actions())
+    for (QAction* action : m_languages->actions()) {
         action->setChecked(action->data().toInt() == language);
+    }
 }
 
 void HostWindow::ShowReceiver(bool running, const QString& text, bool good)
@@ -267,8 +272,9 @@ void HostWindow::ShowCapture(const QString& capture, const QString& speed)
 {
     m_capture = capture;
     m_stopCapture->setEnabled(!capture.isEmpty());
-    for (QAction* action : m_speeds->actions())
+    for (QAction* action : m_speeds->actions()) {
         action->setChecked(action->data().toString() == (speed.isEmpty() ? QStringLiteral("1") : speed));
+    }
     UpdateTitle();
 }
 
@@ -282,8 +288,9 @@ void HostWindow::ChooseCapture()
     const QPointer<HostWindow> self(this);
     const QString file = QFileDialog::getOpenFileName(this, tr("Play Capture"), m_captureFolder,
                                                       tr("Captures (*.bin *.log *.nmea *.txt);;All files (*)"));
-    if (!self || file.isEmpty())
+    if (!self || file.isEmpty()) {
         return;
+    }
     m_captureFolder = QFileInfo(file).path();
     emit CaptureChosen(file);
 }
@@ -318,8 +325,9 @@ void HostWindow::ShowHelp()
 
 void HostWindow::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange) {
         Retranslate();
+    }
     QMainWindow::changeEvent(event);
 }
 

@@ -41,12 +41,14 @@ bool PluginSession::Load()
 
 QWidget* PluginSession::BuildWindow(QWidget* container)
 {
-    if (!m_interface)
+    if (!m_interface) {
         return nullptr;
+    }
     m_parent = std::make_unique<PluginParent>();
     m_window = m_interface->CreateWidget(m_parent.get(), 0, 0);
-    if (!m_window)
+    if (!m_window) {
         return nullptr;
+    }
     // The window comes as a child of one widget and is taken into another: only a change of parent turns a
     // main window from a window of its own into a part of the layout.
     container->layout()->addWidget(m_window);
@@ -57,15 +59,17 @@ QWidget* PluginSession::BuildWindow(QWidget* container)
 
 bool PluginSession::ChoosePort(const QString& port)
 {
-    if (!m_window || m_window->metaObject()->indexOfSlot("SlotChangePort(QString)") < 0)
+    if (!m_window || m_window->metaObject()->indexOfSlot("SlotChangePort(QString)") < 0) {
         return false;
+    }
     return QMetaObject::invokeMethod(m_window, "SlotChangePort", Qt::DirectConnection, Q_ARG(QString, port));
 }
 
 bool PluginSession::SwitchPort()
 {
-    if (!m_window || m_window->metaObject()->indexOfSlot("SlotSwitchPort()") < 0)
+    if (!m_window || m_window->metaObject()->indexOfSlot("SlotSwitchPort()") < 0) {
         return false;
+    }
     return QMetaObject::invokeMethod(m_window, "SlotSwitchPort", Qt::DirectConnection);
 }
 
@@ -76,8 +80,9 @@ bool PluginSession::OpenPort(const QString& port)
 
 void PluginSession::DestroyWindow()
 {
-    if (m_parent)
+    if (m_parent) {
         emit m_parent->NotifyPluginConnectSignal(false);
+    }
     delete m_window.data();
     m_parent.reset();
     // What the window left to be deleted later is code of the library too.
@@ -88,8 +93,9 @@ void PluginSession::Unload()
 {
     DestroyWindow();
     m_interface = nullptr;
-    if (m_loader.isLoaded() && !m_loader.unload())
+    if (m_loader.isLoaded() && !m_loader.unload()) {
         qWarning().noquote() << "the plug-in stays loaded:" << m_loader.errorString();
+    }
 }
 
 void PluginSession::PluginClosed(const QString& name)

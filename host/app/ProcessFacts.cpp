@@ -13,8 +13,9 @@ double MillisecondsSinceProcessStart()
 {
 #ifdef Q_OS_LINUX
     QFile file(QStringLiteral("/proc/self/stat"));
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
         return 0.0;
+    }
     const QByteArray text = file.readAll();
     // The program's name may hold blanks; the start time is the 20th field behind its closing parenthesis.
     const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
@@ -30,11 +31,13 @@ double MillisecondsSinceProcessStart()
 qint64 ResidentKilobytes()
 {
     QFile file(QStringLiteral("/proc/self/status"));
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
         return 0;
+    }
     for (const QByteArray& line : file.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
+        if (line.startsWith("VmRSS:")) {
             return line.mid(6).trimmed().split(' ').constFirst().toLongLong();
+        }
     }
     return 0;
 }
@@ -42,12 +45,14 @@ qint64 ResidentKilobytes()
 bool IsOpenInThisProcess(const QString& path)
 {
     const QString wanted = QFileInfo(path).canonicalFilePath();
-    if (wanted.isEmpty())
+    if (wanted.isEmpty()) {
         return false;
+    }
     const QDir folder(QStringLiteral("/proc/self/fd"));
     for (const QFileInfo& entry : folder.entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
-        if (entry.symLinkTarget() == wanted)
+        if (entry.symLinkTarget() == wanted) {
             return true;
+        }
     }
     return false;
 }

@@ -12,12 +12,15 @@ QStringList ReceiverArguments(const ReceiverSettings& settings, const QString& l
 {
     QStringList arguments{QStringLiteral("--link"), link, QStringLiteral("--die-with-parent"),
                           QStringLiteral("--product"), QString::number(settings.product)};
-    if (settings.idle)
+    if (settings.idle) {
         arguments << QStringLiteral("--idle");
-    if (!settings.capture.isEmpty())
+    }
+    if (!settings.capture.isEmpty()) {
         arguments << QStringLiteral("--capture") << settings.capture;
-    if (!settings.speed.isEmpty())
+    }
+    if (!settings.speed.isEmpty()) {
         arguments << QStringLiteral("--speed") << settings.speed;
+    }
     return arguments + settings.extra;
 }
 
@@ -48,8 +51,9 @@ void ReceiverProcess::Start(const ReceiverSettings& settings)
     // The name goes into the names of captures: it tells hosts apart that share a folder, and each start from the
     // one before, so that the workbench can change from one to the next while it is open.
     QString name = QStringLiteral("gnss-virtual-%1").arg(QCoreApplication::applicationPid());
-    if (m_starts > 0)
+    if (m_starts > 0) {
         name += QStringLiteral("-%1").arg(m_starts + 1);
+    }
     ++m_starts;
     const QString link = settings.link.isEmpty() ? m_folder->filePath(name) : settings.link;
     m_process.Start(settings.program, ReceiverArguments(settings, link));
@@ -57,8 +61,9 @@ void ReceiverProcess::Start(const ReceiverSettings& settings)
 
 bool ReceiverProcess::WaitReady(int milliseconds)
 {
-    if (m_state != State::Starting)
+    if (m_state != State::Starting) {
         return m_state == State::Ready;
+    }
     QEventLoop loop;
     connect(this, &ReceiverProcess::Ready, &loop, &QEventLoop::quit);
     connect(this, &ReceiverProcess::Ended, &loop, &QEventLoop::quit);
@@ -92,8 +97,9 @@ QString ReceiverProcess::StateText() const
 bool ReceiverProcess::TakeLine(const QByteArray& line)
 {
     const QString port = ReadyPath(line);
-    if (port.isEmpty() || m_state != State::Starting)
+    if (port.isEmpty() || m_state != State::Starting) {
         return false;
+    }
     m_state = State::Ready;
     m_port = port;
     qInfo().noquote() << "virtual receiver: ready on" << port;

@@ -16,10 +16,11 @@ QString Value()
 
 void Set(const QString& value)
 {
-    if (value.isEmpty())
+    if (value.isEmpty()) {
         qunsetenv(kName);
-    else
+    } else {
         qputenv(kName, QFile::encodeName(value));
+    }
 }
 
 } // namespace

@@ -26,13 +26,15 @@ ServiceProcess::ServiceProcess(QObject* parent)
 
 void ServiceProcess::Start(const ServiceSettings& settings)
 {
-    if (Running())
+    if (Running()) {
         return;
+    }
     m_folder = settings.folder;
-    if (QDir().mkpath(m_folder))
+    if (QDir().mkpath(m_folder)) {
         m_process.Start(settings.program, ServiceArguments(settings));
-    else
+    } else {
         m_process.End(QStringLiteral("no folder %1").arg(m_folder));
+    }
 }
 
 void ServiceProcess::Stop()
@@ -44,8 +46,9 @@ void ServiceProcess::Stop()
 bool ServiceProcess::TakeLine(const QByteArray& line)
 {
     const QString host = ReadyHost(line);
-    if (host.isEmpty() || !m_host.isEmpty())
+    if (host.isEmpty() || !m_host.isEmpty()) {
         return false;
+    }
     m_host = host;
     qInfo().noquote() << "assistance service: ready on" << host;
     emit Ready(host);

@@ -20,8 +20,9 @@ QStringList UnitArguments(int number, const QStringList& asked)
 void StationReceivers::Start(const ReceiverSettings& settings, int count)
 {
     Stop();
-    if (count == 0)
+    if (count == 0) {
         return;
+    }
     // A short path: it is shown in the narrow port boxes.
     m_folder = std::make_unique<QTemporaryDir>(QDir::tempPath() + QStringLiteral("/gnss-XXXXXX"));
     for (int number = 1; number <= count; ++number) {
@@ -48,8 +49,9 @@ void StationReceivers::Offer(int milliseconds)
 
 void StationReceivers::Stop()
 {
-    for (const QString& port : m_offered)
+    for (const QString& port : m_offered) {
         SerialPortsVariable::Remove(port);
+    }
     m_offered.clear();
     m_units.clear();
     m_folder.reset();

@@ -25,30 +25,35 @@ void Handle(int)
 
 StopSignals::StopSignals(QObject* parent) : QObject(parent)
 {
-    if (::pipe2(ends, O_NONBLOCK | O_CLOEXEC) != 0)
+    if (::pipe2(ends, O_NONBLOCK | O_CLOEXEC) != 0) {
         return;
+    }
     auto* notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
         notifier->setEnabled(false);
         // A second one ends the program at once.
-        for (const int number : kSignals)
+        for (const int number : kSignals) {
             std::signal(number, SIG_DFL);
+        }
         emit Stopped();
     });
     struct sigaction action = {};
     action.sa_handler = Handle;
     action.sa_flags = SA_RESTART;
-    for (const int number : kSignals)
+    for (const int number : kSignals) {
         ::sigaction(number, &action, nullptr);
+    }
 }
 
 StopSignals::~StopSignals()
 {
-    for (const int number : kSignals)
+    for (const int number : kSignals) {
         std::signal(number, SIG_DFL);
+    }
     for (int& end : ends) {
-        if (end >= 0)
+        if (end >= 0) {
             ::close(end);
+        }
         end = -1;
     }
 }

@@ -22,10 +22,12 @@ bool HavePlatform(bool headless)
 {
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
     if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
-        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
         return true;
-    if (headless)
+    }
+    if (headless) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     return headless;
 #else
     Q_UNUSED(headless)
@@ -50,8 +52,9 @@ int main(int argc, char** argv)
 {
     DebugLog::Instance().Install();
     QStringList arguments;
-    for (int i = 0; i < argc; ++i)
+    for (int i = 0; i < argc; ++i) {
         arguments << QString::fromLocal8Bit(argv[i]);
+    }
     const HostOptionsResult command = ParseHostOptions(arguments);
 
     QCoreApplication::setApplicationName(QStringLiteral("gnss-workbench"));
@@ -71,8 +74,9 @@ int main(int argc, char** argv)
     }
 
     // Nothing here draws with OpenGL, whose libraries would double the memory and the start time.
-    if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"))
+    if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION")) {
         qputenv("QT_XCB_GL_INTEGRATION", "none");
+    }
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QApplication app(argc, argv);

@@ -40,8 +40,9 @@ QString BaseName(const QString& path)
 {
     const int slash = qMax(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
     QString name = path.mid(slash + 1);
-    if (name.endsWith(QLatin1String(".png"), Qt::CaseInsensitive))
+    if (name.endsWith(QLatin1String(".png"), Qt::CaseInsensitive)) {
         name.chop(4);
+    }
     return name;
 }
 
@@ -83,15 +84,17 @@ QPixmap ImageManager::GetPixmapObject(QString path)
     }
     const QString name = BaseName(path);
     const auto known = Cache().constFind(name);
-    if (known != Cache().constEnd())
+    if (known != Cache().constEnd()) {
         return *known;
+    }
 
     const QString file = QLatin1String(kFolder) + name + QStringLiteral(".svg");
     QPixmap pixmap;
     if (!name.isEmpty() && QFile::exists(file)) {
         QSvgRenderer picture(file);
-        if (picture.isValid())
+        if (picture.isValid()) {
             pixmap = Render(picture);
+        }
     }
     if (pixmap.isNull()) {
         qDebug().noquote() << "picture missing:" << path;

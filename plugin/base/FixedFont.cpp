@@ -6,8 +6,9 @@
 QFont FixedFont()
 {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    if (!QFontInfo(font).fixedPitch())
+    if (!QFontInfo(font).fixedPitch()) {
         font.setFamily("monospace");
+    }
     font.setStyleStrategy(QFont::PreferNoShaping);
     return font;
 }

@@ -38,8 +38,9 @@ void GnssSaveData::OpenLog()
 {
     CloseLog();
     directory = QDir::currentPath() + "/GnssData/logs/" + logName;
-    if (!QDir(directory).exists())
+    if (!QDir(directory).exists()) {
         QDir().mkpath(directory);
+    }
     filePath = directory + "/log" + QDateTime::currentDateTime().toString("_yyyyMMddhhmmss") + ".txt";
     file = new QFile(filePath);
     // Unbuffered: on a full disk QFile would keep what it can't write, and grow with every entry.
@@ -59,12 +60,15 @@ QString GnssSaveData::RollLog()
 void GnssSaveData::Write(const char* bytes, quint32 length)
 {
     // What is pending is the folder, which QFile::remove never removes: the rolled logs stay, as they shall.
-    if (!pendingRemovePath.isEmpty() && QFileInfo::exists(pendingRemovePath) && QFile::remove(pendingRemovePath))
+    if (!pendingRemovePath.isEmpty() && QFileInfo::exists(pendingRemovePath) && QFile::remove(pendingRemovePath)) {
         pendingRemovePath.clear();
-    if (bytes == nullptr || length == 0 || length > kLongestEntry)
+    }
+    if (bytes == nullptr || length == 0 || length > kLongestEntry) {
         return;
-    if (file == nullptr || !file->isOpen())
+    }
+    if (file == nullptr || !file->isOpen()) {
         return;
+    }
     // As bytes and not as text, so that any byte reaches the file as it is.
     QByteArray entry;
     entry.reserve(static_cast<int>(length) + kEntryFrame);
@@ -90,8 +94,9 @@ void GnssSaveData::CompressLog()
     const QString archive = folder.absolutePath() + "/" + folder.baseName() + ".zip";
     const QStringList arguments{"a", "-t7z", archive, directory, "-m0=BCJ", "-m1=LZMA:d=21", "-ms", "-mmt"};
     const QString program = QDir::currentPath() + "/Source-Datas/bin/7zr.exe";
-    if (!QFileInfo::exists(program))
+    if (!QFileInfo::exists(program)) {
         qDebug().noquote().nospace() << "exe file is not exists: " << program;
+    }
     compressProcess = new QProcess;
     // The run may outlive this program, and then must not die of a closed pipe.
     compressProcess->setStandardOutputFile(QProcess::nullDevice());
@@ -107,11 +112,13 @@ bool GnssSaveData::IsOpenLog(const QString& path)
 
 void GnssSaveData::CloseLog()
 {
-    if (file == nullptr)
+    if (file == nullptr) {
         return;
+    }
     delete file;
     file = nullptr;
-    if (!m_openPath.isEmpty())
+    if (!m_openPath.isEmpty()) {
         openLogs.removeOne(m_openPath);
+    }
     m_openPath.clear();
 }

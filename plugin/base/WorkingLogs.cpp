@@ -13,8 +13,9 @@ void ClearWorkingLogs()
         for (const QString& name : names) {
             const QString path = directory.filePath(name);
             // An open file would vanish from the folder while its later entries go nowhere.
-            if (!GnssSaveData::IsOpenLog(path))
+            if (!GnssSaveData::IsOpenLog(path)) {
                 QFile::remove(path);
+            }
         }
     }
 }

@@ -22,8 +22,9 @@ public:
     template <typename T> T At(std::size_t offset) const
     {
         T value{};
-        if (offset <= Size() && Size() - offset >= sizeof(T))
+        if (offset <= Size() && Size() - offset >= sizeof(T)) {
             std::memcpy(&value, Data() + offset, sizeof(T));
+        }
         return value;
     }
 

@@ -55,8 +55,9 @@ BasicViewWin::~BasicViewWin()
 void BasicViewWin::OnRecord(const void* buffer, int length)
 {
     const RecordCopy record(buffer, length, sizeof(gnss::FixRecord), "BasicViewWin");
-    if (record.IsDropped())
+    if (record.IsDropped()) {
         return;
+    }
     const QStringList texts = FixTexts(record.Data(), record.Size(), QString());
     m_longitude->setText(texts[1]);
     m_latitude->setText(texts[2]);
@@ -69,8 +70,9 @@ void BasicViewWin::OnRecord(const void* buffer, int length)
 
 void BasicViewWin::SlotTimeZoneChanged(int index)
 {
-    if (index < 0 || index >= m_zone->count())
+    if (index < 0 || index >= m_zone->count()) {
         return;
+    }
     const int hours = index - timeZoneIndex;
     for (BasicViewWin* view : qAsConst(openViews)) {
         view->MoveShownTime(hours);
@@ -93,8 +95,9 @@ void BasicViewWin::ShowZone(int index)
 
 void BasicViewWin::MoveShownTime(int hours)
 {
-    if (m_date->text().isEmpty() || m_time->text().isEmpty())
+    if (m_date->text().isEmpty() || m_time->text().isEmpty()) {
         return;
+    }
     const DateTimeTexts shown = MovedTexts(ReadTexts({m_date->text(), m_time->text()}), hours);
     m_date->setText(shown.date);
     m_time->setText(shown.time);

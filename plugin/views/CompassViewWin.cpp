@@ -52,8 +52,9 @@ CompassViewWin::CompassViewWin(QWidget* parent)
 void CompassViewWin::OnRecord(const void* buffer, int length)
 {
     const RecordCopy record(buffer, length, sizeof(gnss::CompassRecord), "CompassViewWin");
-    if (record.IsDropped() || record.Size() < gnss::kCompassRecordMinSize)
+    if (record.IsDropped() || record.Size() < gnss::kCompassRecordMinSize) {
         return;
+    }
     heading = record.At<float>(offsetof(gnss::CompassRecord, heading));
     modeText = GetFixModeText(record.At<std::uint8_t>(offsetof(gnss::CompassRecord, fixMode)));
     m_refresh->Request();
@@ -95,8 +96,9 @@ void CompassViewWin::PaintDial(QPainter& painter) const
     // Between the dial and the square's edge; a wide face is drawn narrower.
     constexpr double room = kSquare / 2 - kDialRadius - kLabelGap;
     const double widest = QFontMetricsF(font, this).horizontalAdvance("270");
-    if (widest > room)
+    if (widest > room) {
         font.setStretch(std::max(50, static_cast<int>(100.0 * room / widest)));
+    }
     painter.setFont(font);
     const QFontMetricsF metrics(font, this);
     const double halfHeight = metrics.capHeight() / 2.0;
@@ -123,8 +125,9 @@ void CompassViewWin::PaintDial(QPainter& painter) const
     painter.setPen(QPen(palette().color(QPalette::WindowText), 0.5));
     painter.save();
     for (int degree = 0; degree < 360; ++degree) {
-        if (degree % 5 == 0)
+        if (degree % 5 == 0) {
             painter.drawLine(QPointF(kDialRadius - kMinorTick, 0.0), QPointF(kDialRadius, 0.0));
+        }
         painter.rotate(1.0);
     }
     painter.restore();
@@ -136,8 +139,9 @@ void CompassViewWin::PaintDial(QPainter& painter) const
 void CompassViewWin::PaintNeedle(QPainter& painter) const
 {
     // A heading that isn't a number points nowhere.
-    if (!std::isfinite(heading))
+    if (!std::isfinite(heading)) {
         return;
+    }
     painter.save();
     painter.rotate(std::fmod(static_cast<double>(heading), 360.0));
     painter.setPen(QPen(QColor(90, 90, 90), 0.4));
@@ -160,12 +164,14 @@ void CompassViewWin::PaintTexts(QPainter& painter) const
     // The needle may lie under the mode; a plate of the window's colour keeps it readable.
     QColor plate = palette().color(QPalette::Window);
     plate.setAlpha(215);
-    if (!modeText.isEmpty())
+    if (!modeText.isEmpty()) {
         painter.fillRect(kModeBox, plate);
+    }
     // A long one is drawn narrower, so that it stays on the plate.
     const double length = QFontMetricsF(font, this).horizontalAdvance(modeText);
-    if (length > kModeBox.width())
+    if (length > kModeBox.width()) {
         font.setStretch(std::max(50, static_cast<int>(100.0 * kModeBox.width() / length)));
+    }
     painter.setFont(font);
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(kModeBox, Qt::AlignCenter | Qt::TextDontClip, modeText);

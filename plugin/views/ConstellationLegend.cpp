@@ -29,8 +29,9 @@ bool ConstellationLegend::Click(const QPoint& position)
 int ConstellationLegend::HiddenRows() const
 {
     int rows = 0;
-    for (std::size_t row = 0; row < m_iconState.size(); ++row)
+    for (std::size_t row = 0; row < m_iconState.size(); ++row) {
         rows |= m_iconState[row] << row;
+    }
     return rows;
 }
 
@@ -49,12 +50,14 @@ void ConstellationLegend::PaintIcons(QPainter& painter) const
 
 void ConstellationLegend::PaintPicture(QPainter& painter, const QRect& box, const QPixmap& picture)
 {
-    if (picture.isNull())
+    if (picture.isNull()) {
         return;
+    }
     const QSizeF natural = QSizeF(picture.size()) / picture.devicePixelRatio();
     QRectF target(QPointF(), natural);
-    if (natural.width() > box.width() || natural.height() > box.height())
+    if (natural.width() > box.width() || natural.height() > box.height()) {
         target.setSize(natural.scaled(box.size(), Qt::KeepAspectRatio));
+    }
     target.moveCenter(QRectF(box).center());
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(target, picture, QRectF(picture.rect()));

@@ -33,8 +33,9 @@ constexpr int kLegendRows = 5;
 constexpr int ConstellationIndex(char letter)
 {
     for (std::size_t i = 0; i < kConstellations.size(); ++i) {
-        if (kConstellations[i].letter == letter)
+        if (kConstellations[i].letter == letter) {
             return static_cast<int>(i);
+        }
     }
     return -1;
 }

@@ -37,8 +37,9 @@ DataViewWin::DataViewWin(QWidget* parent) : QWidget(parent)
 void DataViewWin::OnRecord(const void* buffer, int length)
 {
     const RecordCopy record(buffer, length, sizeof(gnss::FixRecord), "DataViewWin");
-    if (record.IsDropped())
+    if (record.IsDropped()) {
         return;
+    }
     const QStringList texts = FixTexts(record.Data(), record.Size(), Global::firstFixText);
     for (int row = 0; row < m_table->rowCount(); ++row) {
         QTableWidgetItem* item = m_table->item(row, 0);

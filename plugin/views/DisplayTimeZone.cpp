@@ -20,18 +20,21 @@ void ResetTimeZone()
 QStringList TimeZoneNames()
 {
     QStringList names;
-    for (int hours = kHours; hours > 0; --hours)
+    for (int hours = kHours; hours > 0; --hours) {
         names += QString("UTC-%1").arg(hours);
-    for (int hours = 1; hours <= kHours; ++hours)
+    }
+    for (int hours = 1; hours <= kHours; ++hours) {
         names += QString("UTC+%1").arg(hours);
+    }
     return names;
 }
 
 DateTimeTexts MovedTexts(const QDateTime& time, int hours)
 {
     const QDateTime moved = time.addSecs(qint64(hours) * 3600);
-    if (!time.isValid() || !moved.isValid())
+    if (!time.isValid() || !moved.isValid()) {
         return {};
+    }
     const QLocale digits = QLocale::c();
     return {digits.toString(moved.date(), kDateFormat), digits.toString(moved.time(), kTimeFormat)};
 }

@@ -71,8 +71,9 @@ QStringList FixTexts(const char* record, std::size_t size, const QString& firstF
         GeneralText(static_cast<double>(fix.vdop)),
     };
     for (int i = 0; i < kFixTextCount; ++i) {
-        if (size < kNeeded[i])
+        if (size < kNeeded[i]) {
             texts[i].clear();
+        }
     }
     return texts;
 }
@@ -80,15 +81,17 @@ QStringList FixTexts(const char* record, std::size_t size, const QString& firstF
 QString CoordinateText(double degrees, char positive, char negative)
 {
     QString text = QString::asprintf("%.8f", degrees);
-    if (degrees >= 0)
+    if (degrees >= 0) {
         return text + positive;
+    }
     return text.remove('-') + negative;
 }
 
 QString SecondsText(double second)
 {
-    if (!std::isfinite(second))
+    if (!std::isfinite(second)) {
         return GeneralText(second);
+    }
     const int whole = WholePart(second);
     // The product is rounded to single precision before it is cut: that alone is right for every millisecond.
     const auto hundredths = static_cast<float>((second - whole) * 100.0);
@@ -104,11 +107,13 @@ QString FixAltitudeText(const char* record, std::size_t size)
 QDateTime FixDateTime(const char* record, std::size_t size)
 {
     const FixRecord fix = ReadFix(record, size);
-    if (size < offsetof(FixRecord, fixMode) || !std::isfinite(fix.second))
+    if (size < offsetof(FixRecord, fixMode) || !std::isfinite(fix.second)) {
         return QDateTime();
+    }
     // A year of other than four digits is no date, nor is any field that lies beyond an int.
-    if (fix.year < 1000 || fix.year > 9999)
+    if (fix.year < 1000 || fix.year > 9999) {
         return QDateTime();
+    }
     const auto number = [](quint32 value) { return static_cast<int>(std::min(value, 100U)); };
     const QDate date(static_cast<int>(fix.year), number(fix.month), number(fix.day));
     const QTime time(number(fix.hour), number(fix.minute), WholePart(fix.second));

@@ -82,16 +82,19 @@ PackageViewWin::PackageViewWin(QWidget* parent) : QWidget(parent)
 void PackageViewWin::OnRecord(const void* buffer, int length)
 {
     const RecordCopy record(buffer, length, sizeof(gnss::PackageRecord), "PackageViewWin");
-    if (record.IsDropped())
+    if (record.IsDropped()) {
         return;
+    }
     QList<QStandardItem*> row;
     row += new QStandardItem(QLocale::c().toString(QTime::currentTime(), "hh:mm:ss.zzz"));
-    for (const PackageColumn& column : kColumns)
+    for (const PackageColumn& column : kColumns) {
         row += new QStandardItem(FieldText(record.Data(), record.Size(), column.offset, column.kind));
+    }
     m_model->appendRow(row);
     ++rowCounter;
-    if (followBottom)
+    if (followBottom) {
         tableView->scrollToBottom();
+    }
     saveData->Write(record.Data(), static_cast<quint32>(record.Size()));
     // The counter stays when the user empties the table: then it restarts before it is full, as it is meant.
     if (rowCounter > kMostRows) {
@@ -121,8 +124,9 @@ void PackageViewWin::closeEvent(QCloseEvent* event)
 void PackageViewWin::FitColumns(const QStringList& labels)
 {
     int widestLabel = 0;
-    for (const QString& label : labels.mid(1))
+    for (const QString& label : labels.mid(1)) {
         widestLabel = std::max(widestLabel, CellWidth(tableView, label));
+    }
     QHeaderView* header = tableView->horizontalHeader();
     header->setMinimumSectionSize(widestLabel);
     header->setSectionResizeMode(QHeaderView::Stretch);

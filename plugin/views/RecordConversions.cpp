@@ -24,8 +24,9 @@ constexpr const char* kFixModeTexts[] = {
 
 QString GetFixModeText(std::uint8_t fixMode)
 {
-    if (fixMode >= std::size(kFixModeTexts))
+    if (fixMode >= std::size(kFixModeTexts)) {
         return QString();
+    }
     return QCoreApplication::translate("RecordConversions", kFixModeTexts[fixMode]);
 }
 
@@ -58,11 +59,14 @@ int WholePart(double value)
 {
     constexpr int largest = std::numeric_limits<int>::max();
     constexpr int least = std::numeric_limits<int>::min();
-    if (std::isnan(value))
+    if (std::isnan(value)) {
         return 0;
-    if (value >= largest)
+    }
+    if (value >= largest) {
         return largest;
-    if (value <= least)
+    }
+    if (value <= least) {
         return least;
+    }
     return static_cast<int>(value);
 }

@@ -62,8 +62,9 @@ std::size_t FieldSize(FieldKind kind)
 
 QString FieldText(const char* record, std::size_t size, std::size_t offset, FieldKind kind)
 {
-    if (offset > size || size - offset < FieldSize(kind))
+    if (offset > size || size - offset < FieldSize(kind)) {
         return QString();
+    }
     const char* at = record + offset;
     switch (kind) {
     case FieldKind::U8:

@@ -39,8 +39,9 @@ CustomBaudRateWin::CustomBaudRateWin(QWidget* parent) : QWidget(parent, Qt::Dial
 void CustomBaudRateWin::SlotOkClick()
 {
     const QString text = m_edit->text();
-    if (!text.isEmpty())
+    if (!text.isEmpty()) {
         emit addCustomBaudRate(text);
+    }
     close();
 }
 

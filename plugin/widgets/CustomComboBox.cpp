@@ -15,8 +15,9 @@ CustomComboBox::CustomComboBox(QWidget* parent) : QComboBox(parent) {}
 
 void CustomComboBox::SetChildWidget(QWidget* child)
 {
-    if (child == m_child)
+    if (child == m_child) {
         return;
+    }
     delete m_child;
     m_child = child;
     if (m_child != nullptr) {
@@ -29,8 +30,9 @@ void CustomComboBox::SetChildWidget(QWidget* child)
 
 void CustomComboBox::paintEvent(QPaintEvent*)
 {
-    if (m_child != nullptr)
+    if (m_child != nullptr) {
         m_child->setFixedSize(qMax(0, width() - kArrowWidth), height());
+    }
     QStylePainter painter(this);
     QStyleOptionFrame frame;
     frame.initFrom(this);

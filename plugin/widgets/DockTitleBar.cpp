@@ -44,10 +44,12 @@ DockTitleBar::DockTitleBar(QDockWidget* dock)
 
 void DockTitleBar::ShowFloating(bool floating)
 {
-    if (autoHide)
+    if (autoHide) {
         return;
-    if (!floating)
+    }
+    if (!floating) {
         m_dockingAction->setChecked(true);
+    }
     m_autoHideAction->setEnabled(!floating);
 }
 

@@ -18,8 +18,9 @@ LeftDockWidget::LeftDockWidget(const QString& title, QWidget* parent) : QDockWid
 
 void LeftDockWidget::InitUi()
 {
-    if (m_titleBar != nullptr)
+    if (m_titleBar != nullptr) {
         return;
+    }
     m_titleBar = new DockTitleBar(this);
     setTitleBarWidget(m_titleBar);
     connect(m_titleBar, &DockTitleBar::DockTilteCloseSignal, this, &LeftDockWidget::DockTitleCloseAction);
@@ -31,8 +32,9 @@ void LeftDockWidget::InitUi()
 void LeftDockWidget::LocationChanged(Qt::DockWidgetArea area)
 {
     // A dock that comes off reports no area; the one it came from tells to which side it hides.
-    if (area != Qt::NoDockWidgetArea)
+    if (area != Qt::NoDockWidgetArea) {
         m_area = area;
+    }
 }
 
 void LeftDockWidget::DockTitleCloseAction()
@@ -48,23 +50,27 @@ void LeftDockWidget::OnDockWidgetTopLevelChanged(bool topLevel)
 void LeftDockWidget::enterEvent(QEvent* event)
 {
     QDockWidget::enterEvent(event);
-    if (!m_titleBar->AutoHide())
+    if (!m_titleBar->AutoHide()) {
         return;
-    if (m_area == Qt::RightDockWidgetArea)
+    }
+    if (m_area == Qt::RightDockWidgetArea) {
         move(m_savedX + kEdge, y());
-    else if (m_area == Qt::LeftDockWidgetArea)
+    } else if (m_area == Qt::LeftDockWidgetArea) {
         move(m_savedX - kEdge, y());
+    }
 }
 
 void LeftDockWidget::leaveEvent(QEvent* event)
 {
     QDockWidget::leaveEvent(event);
-    if (!m_titleBar->AutoHide())
+    if (!m_titleBar->AutoHide()) {
         return;
-    if (m_area == Qt::LeftDockWidgetArea)
+    }
+    if (m_area == Qt::LeftDockWidgetArea) {
         move(m_savedX - width() + kEdge, y());
-    else if (m_area == Qt::RightDockWidgetArea)
+    } else if (m_area == Qt::RightDockWidgetArea) {
         move(m_savedX + width() - kEdge, y());
+    }
 }
 
 void LeftDockWidget::closeEvent(QCloseEvent* event)

@@ -20,10 +20,12 @@ constexpr double kSmallestFont = 6.0; // points
 /// Width of the inner button in a button of `width`.
 int InnerWidth(int width)
 {
-    if (width < 60)
+    if (width < 60) {
         return width * 2 / 3;
-    if (width == 60)
+    }
+    if (width == 60) {
         return width * 3 / 4;
+    }
     return width * 4 / 5;
 }
 
@@ -79,10 +81,11 @@ void MyButton::SetMenuEntries(const QStringList& texts, const QStringList& separ
 
 void MyButton::SelectEntry(const QString& text)
 {
-    if (QAction* action = FindAction(text))
+    if (QAction* action = FindAction(text)) {
         action->setChecked(true);
-    else
+    } else {
         SlotMenuAddAction(text);
+    }
 }
 
 void MyButton::SetToolTip(const QString& text)
@@ -96,8 +99,9 @@ void MyButton::SetText(const QString& text)
     // The width is fixed, and a high baud rate is a long text.
     QFont small = font();
     while (QFontMetrics(small).horizontalAdvance(text) > m_inner->width() - kTextMargin &&
-           small.pointSizeF() > kSmallestFont)
+           small.pointSizeF() > kSmallestFont) {
         small.setPointSizeF(small.pointSizeF() - 0.5);
+    }
     m_inner->setFont(small);
 }
 
@@ -118,16 +122,18 @@ void MyButton::SlotChilBtnClicked()
 
 void MyButton::SlotMenuAddAction(QString str)
 {
-    if (str.isEmpty())
+    if (str.isEmpty()) {
         return;
+    }
     QAction* action = FindAction(str);
     if (action == nullptr) {
         action = AddAction(str);
         SetText(str);
     }
     // Checking alone wouldn't fire; a greyed choice would.
-    if (action->isEnabled())
+    if (action->isEnabled()) {
         action->trigger();
+    }
 }
 
 void MyButton::mousePressEvent(QMouseEvent* event)
@@ -175,8 +181,9 @@ QAction* MyButton::FindAction(const QString& text) const
 {
     const QList<QAction*> actions = m_group->actions();
     for (QAction* action : actions) {
-        if (action->data().toString() == text)
+        if (action->data().toString() == text) {
             return action;
+        }
     }
     return nullptr;
 }

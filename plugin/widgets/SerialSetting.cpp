@@ -34,8 +34,9 @@ template <int Count> QComboBox* MakeBox(const Choice (&choices)[Count], const ch
 {
     auto* box = new QComboBox(parent);
     box->setObjectName(name);
-    for (const Choice& choice : choices)
+    for (const Choice& choice : choices) {
         box->addItem(choice.text);
+    }
     return box;
 }
 
@@ -44,8 +45,9 @@ template <int Count> int Chosen(const Choice (&choices)[Count], const QComboBox*
 {
     const QString text = box->currentText();
     for (const Choice& choice : choices) {
-        if (text == choice.text)
+        if (text == choice.text) {
             return choice.value;
+        }
     }
     return 0;
 }
@@ -53,8 +55,9 @@ template <int Count> int Chosen(const Choice (&choices)[Count], const QComboBox*
 template <int Count> void Choose(const Choice (&choices)[Count], QComboBox* box, int value)
 {
     for (const Choice& choice : choices) {
-        if (choice.value == value)
+        if (choice.value == value) {
             box->setCurrentText(choice.text);
+        }
     }
 }
 
@@ -114,8 +117,9 @@ void SerialSetting::SlotCancelClick()
 void SerialSetting::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    if (!event->spontaneous())
+    if (!event->spontaneous()) {
         ShowPort();
+    }
 }
 
 void SerialSetting::closeEvent(QCloseEvent* event)
@@ -126,8 +130,9 @@ void SerialSetting::closeEvent(QCloseEvent* event)
 
 void SerialSetting::ShowPort()
 {
-    if (!m_port)
+    if (!m_port) {
         return;
+    }
     Choose(kDataBits, m_dataBits, m_port->dataBits());
     Choose(kStopBits, m_stopBits, m_port->stopBits());
     Choose(kFlowControls, m_flowControl, m_port->flowControl());

@@ -18,8 +18,9 @@ constexpr int kEntryOverhead = 12;
 void WaitForNextSecond()
 {
     const qint64 second = QDateTime::currentSecsSinceEpoch();
-    while (QDateTime::currentSecsSinceEpoch() == second)
+    while (QDateTime::currentSecsSinceEpoch() == second) {
         QTest::qWait(10);
+    }
 }
 
 } // namespace
@@ -61,8 +62,9 @@ void TestSaveData::NamesTheLogByItsFolderAndTime()
 void TestSaveData::WritesEveryByteAsItIs()
 {
     QByteArray all;
-    for (int i = 0; i < 256; ++i)
+    for (int i = 0; i < 256; ++i) {
         all += static_cast<char>(i);
+    }
     for (const QByteArray& bytes :
          {QByteArray("$GPGGA,1*00\r\n"), QByteArray("\xff\xfe\x80\xc3"), QByteArray("\xef\xbb\xbfx\0", 5), all}) {
         const LogFolder folder;
@@ -78,8 +80,9 @@ void TestSaveData::WritesEveryByteAsItIs()
 void TestSaveData::RollsOnlyAboveTheLimit()
 {
     const QString archiver = QStandardPaths::findExecutable("7zr");
-    if (archiver.isEmpty())
+    if (archiver.isEmpty()) {
         QSKIP("7zr is not installed");
+    }
     const LogFolder folder;
     QVERIFY(QDir().mkpath(folder.Path("Source-Datas/bin")));
     QVERIFY(QFile::link(archiver, folder.Path("Source-Datas/bin/7zr.exe")));
@@ -162,8 +165,9 @@ void TestSaveData::LosesWhatCannotBeWritten()
         log.SetLogName("hex");
         log.OpenLog();
         const QByteArray block(1000000, 'x');
-        for (int i = 0; i < 20; ++i)
+        for (int i = 0; i < 20; ++i) {
             log.Write(block.constData(), static_cast<quint32>(block.size()));
+        }
         QCOMPARE(cleared.count(), 0);
     }
 }
@@ -173,8 +177,9 @@ void TestSaveData::ClearingSparesOpenLogs()
     const LogFolder folder;
     QVERIFY(folder.Put("GnssData/logs/nmea.zip", "archive"));
     QVERIFY(folder.Put("GnssData/logs/other/log.txt", "other"));
-    for (const char* name : {"nmea", "hex", "package"})
+    for (const char* name : {"nmea", "hex", "package"}) {
         QVERIFY(folder.Put(QString("GnssData/logs/%1/log_20200101000000.txt").arg(name), "old"));
+    }
     QVERIFY(folder.Put("GnssData/logs/hex/kept/log.txt", "in a folder"));
 
     GnssSaveData nmea;

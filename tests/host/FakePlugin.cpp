@@ -17,8 +17,9 @@ namespace {
 void Note(const QString& text)
 {
     QFile file(QStringLiteral("events.txt"));
-    if (file.open(QIODevice::Append))
+    if (file.open(QIODevice::Append)) {
         file.write(text.toUtf8() + '\n');
+    }
 }
 
 const char kData[] = "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47\r\n";
@@ -39,8 +40,9 @@ public:
                  .arg(QFileInfo(QString::fromLocal8Bit(qgetenv("GNSS_SERIAL_PORTS"))).fileName()));
         connect(parent, SIGNAL(NotifyPluginConnectSignal(bool)), this, SLOT(SlotOnConnect(bool)));
         // A box that nobody answers.
-        if (qEnvironmentVariableIsSet("FAKE_BOX"))
+        if (qEnvironmentVariableIsSet("FAKE_BOX")) {
             QTimer::singleShot(100, this, [this] { QMessageBox::warning(this, "GNSS", "stuck"); });
+        }
     }
     ~FakeWindow() override { Note("window gone"); }
 
@@ -51,20 +53,23 @@ public Q_SLOTS:
         const bool open = m_line.isOpen();
         m_line.close();
         m_line.setFileName(port);
-        if (open)
+        if (open) {
             m_line.open(QIODevice::ReadWrite);
+        }
     }
     void SlotSwitchPort()
     {
         Note(m_line.isOpen() ? "close" : "open");
-        if (m_line.isOpen())
+        if (m_line.isOpen()) {
             return m_line.close();
+        }
         m_line.open(QIODevice::ReadWrite);
         const QString folder = QCoreApplication::applicationDirPath() + "/GnssData/";
         QDir().mkpath(folder);
         QFile file(folder + QFileInfo(m_line).fileName() + "_1.bin");
-        if (file.open(QIODevice::WriteOnly))
+        if (file.open(QIODevice::WriteOnly)) {
             file.write(kData);
+        }
     }
 
 private Q_SLOTS:

@@ -23,8 +23,9 @@ HostOptionsResult Parse(const QString& line)
 QByteArray Sentence(const QByteArray& body)
 {
     int sum = 0;
-    for (const char c : body)
+    for (const char c : body) {
         sum ^= static_cast<unsigned char>(c);
+    }
     return '$' + body + '*' + QByteArray::number(sum, 16).rightJustified(2, '0').toUpper() + "\r\n";
 }
 
@@ -107,8 +108,9 @@ private Q_SLOTS:
             Sentence("GPGSV,1,1,02,01,40,083,46,03,17,308,41,1") + Sentence("GLGSV,1,1,02,65,40,083,,66,,,30");
         for (const int step : {1, 7, 4096}) {
             NmeaCounter counter;
-            for (int i = 0; i < bytes.size(); i += step)
+            for (int i = 0; i < bytes.size(); i += step) {
                 counter.Feed(bytes.constData() + i, qMin(step, bytes.size() - i));
+            }
             QCOMPARE(counter.Bytes(), qint64(bytes.size()));
             QCOMPARE(counter.Sentences(), qint64(9));
             QCOMPARE(counter.Fixes(), 3);
@@ -139,8 +141,9 @@ private Q_SLOTS:
         log.Clear();
         {
             DebugLogPane pane;
-            for (int i = 0; i < DebugLog::kMaxLines + 500; ++i)
+            for (int i = 0; i < DebugLog::kMaxLines + 500; ++i) {
                 log.Add(QtDebugMsg, "default", QString::number(i));
+            }
             QCoreApplication::processEvents();
             QCOMPARE(pane.LineCount(), DebugLog::kMaxLines);
             const QStringList lines = log.Text().split('\n');
@@ -171,12 +174,14 @@ private Q_SLOTS:
             std::vector<std::future<void>> threads;
             for (int t = 0; t < 4; ++t) {
                 threads.push_back(std::async(std::launch::async, [] {
-                    for (int i = 0; i < 4000; ++i)
+                    for (int i = 0; i < 4000; ++i) {
                         qDebug() << "from a thread" << i;
+                    }
                 }));
             }
-            for (int i = 0; i < 100; ++i)
+            for (int i = 0; i < 100; ++i) {
                 QCoreApplication::processEvents();
+            }
         }
         qCritical() << "x";
         QCoreApplication::processEvents();

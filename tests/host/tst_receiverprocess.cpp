@@ -32,8 +32,9 @@ private Q_SLOTS:
         QCOMPARE(ReceiverArguments(settings, "/l"), QStringList({"--link", "/l", "--die-with-parent", "--product",
                                                                  "0", "--idle", "--fault", "silence"}));
         QCOMPARE(ReadyPath("ready /tmp/x y/gnss\r"), QStringLiteral("/tmp/x y/gnss"));
-        for (const char* line : {"", "ready", "ready ", "already /tmp/x", " ready /tmp/x"})
+        for (const char* line : {"", "ready", "ready ", "already /tmp/x", " ready /tmp/x"}) {
             QVERIFY2(ReadyPath(line).isEmpty(), line);
+        }
     }
 
     void EachStartIsReadyAfterOtherOutputOnALinkOfItsOwn()

@@ -13,8 +13,9 @@ private:
     /// Runs it to its end and gives its exit status, for one second without a user when `plugin` isn't empty.
     int Run(const QString& plugin, QStringList arguments = {}, const QString& variable = "FAKE_NONE")
     {
-        if (!plugin.isEmpty())
+        if (!plugin.isEmpty()) {
             arguments = QStringList{"--headless", "1", "--output", "out", "--plugin", plugin} + arguments;
+        }
         QProcess process;
         process.setWorkingDirectory(m_folder->path());
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -60,8 +61,9 @@ private Q_SLOTS:
                          "port gnss-virtual embedded", "open", "given up", "window gone", "plug-in gone", ""}));
         QVERIFY(Read("arguments.txt").contains("--die-with-parent --product 31"));
         const QString summary = Read("out/summary.txt");
-        for (const char* line : {"bytes: 67\n", "sentences: 1\n", "fixes: 1\n", "satellites: 0\n", "receiver: "})
+        for (const char* line : {"bytes: 67\n", "sentences: 1\n", "fixes: 1\n", "satellites: 0\n", "receiver: "}) {
             QVERIFY2(summary.contains(line), qPrintable(summary));
+        }
         QVERIFY(m_output.contains(summary));
         QCOMPARE(QImage(m_folder->filePath("out/screenshot.png")).size(), QSize(1600, 1000));
         QVERIFY(Read("out/debug.log").contains("ready on"));

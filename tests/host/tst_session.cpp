@@ -111,8 +111,9 @@ private Q_SLOTS:
         bool stillThere = false;
         Run({[&](HostWindow& window) {
                  emit window.ProductChosen(27);
-                 for (int i = 0; i < 20; ++i)
+                 for (int i = 0; i < 20; ++i) {
                      QCoreApplication::processEvents();
+                 }
                  stillThere = !Events().contains("given up");
              },
              [](HostWindow& window) { window.close(); }});

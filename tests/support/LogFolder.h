@@ -36,18 +36,21 @@ public:
     static QByteArray WithoutTimes(QByteArray content)
     {
         for (int at = 0; at < content.size();) {
-            if (content.at(at) != '[' || content.mid(at + 9, 2) != "] ")
+            if (content.at(at) != '[' || content.mid(at + 9, 2) != "] ") {
                 return "an entry without a time";
+            }
             content.remove(at, 11);
             const int end = content.indexOf('\n', at);
-            if (end < 0)
+            if (end < 0) {
                 return "an entry without an end";
+            }
             // An entry may hold line ends of its own; the next one begins with its time.
             at = end + 1;
             while (at < content.size() && !(content.at(at) == '[' && content.mid(at + 9, 2) == "] ")) {
                 const int next = content.indexOf('\n', at);
-                if (next < 0)
+                if (next < 0) {
                     return "an entry without an end";
+                }
                 at = next + 1;
             }
         }

@@ -42,8 +42,9 @@ template <typename Entry> QByteArray Entries(const std::vector<Entry>& entries, 
 {
     QByteArray record(offset + static_cast<int>(entries.size() * sizeof(Entry)), '\0');
     record[0] = static_cast<char>(count < 0 ? static_cast<int>(entries.size()) : count);
-    if (!entries.empty())
+    if (!entries.empty()) {
         std::memcpy(record.data() + offset, entries.data(), entries.size() * sizeof(Entry));
+    }
     return record;
 }
 
@@ -83,8 +84,9 @@ inline int Count(const QImage& picture, const QRect& part, const QColor& colour)
     int count = 0;
     const QRect inside = part & picture.rect();
     for (int y = inside.top(); y <= inside.bottom(); ++y) {
-        for (int x = inside.left(); x <= inside.right(); ++x)
+        for (int x = inside.left(); x <= inside.right(); ++x) {
             count += picture.pixel(x, y) == colour.rgb() ? 1 : 0;
+        }
     }
     return count;
 }

@@ -114,8 +114,9 @@ const std::vector<ViewCase>& Cases()
         }
         gnss::NmeaText text{};
         text.count = gnss::kNmeaSlots;
-        for (auto& slot : text.slot)
+        for (auto& slot : text.slot) {
             std::memcpy(slot, "$GPTXT,01,01,02,x*00\r\n", 22);
+        }
         const gnss::FixRecord fix{116.3, 39.9, 50.0, 2026, 3, 1, 7, 8, 0, 10.5, 1, {}, 1.5F, 90.0F, 1, 1, 1};
         const std::vector<std::pair<int, int>> fixNumbers = {{0, 8},  {8, 8},  {16, 8}, {48, 8}, {60, 4},
                                                              {64, 4}, {68, 4}, {72, 4}, {76, 4}};
@@ -154,8 +155,9 @@ void TestAnyRecords::AnyBytesAtAnySize_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<bool>("follow");
-    for (int i = 0; i < static_cast<int>(Cases().size()); ++i)
+    for (int i = 0; i < static_cast<int>(Cases().size()); ++i) {
         QTest::newRow(Cases()[static_cast<std::size_t>(i)].name) << i << (i % 2 == 0);
+    }
     QTest::newRow("the track follows") << 2 << false;
 }
 
@@ -173,14 +175,16 @@ void TestAnyRecords::AnyBytesAtAnySize()
             // A good record cut short, one with bytes of any value, and nothing but ones: the largest counts.
             QByteArray bytes = one.record.left(i < 20 ? i : static_cast<int>(random() % 6000));
             if (i % 3 == 1) {
-                for (int k = 0; k < bytes.size(); k += 1 + static_cast<int>(random() % 16))
+                for (int k = 0; k < bytes.size(); k += 1 + static_cast<int>(random() % 16)) {
                     bytes[k] = static_cast<char>(random());
+                }
             } else if (i % 3 == 2) {
                 bytes.fill('\xff');
             }
             one.Send(view.get(), bytes);
-            if (i % 5 == 0)
+            if (i % 5 == 0) {
                 view->grab();
+            }
         }
         one.give(view.get(), nullptr, one.record.size());
         one.give(view.get(), one.record.constData(), 0);
@@ -191,8 +195,9 @@ void TestAnyRecords::AnyBytesAtAnySize()
         one.give(view.get(), exact.data(),
                  index + 1 < static_cast<int>(Cases().size()) ? 100000000 : whole.size());
     }
-    if (one.remembers)
+    if (one.remembers) {
         return;
+    }
     // Nothing of all that is left behind.
     one.Send(view.get(), one.record);
     const std::unique_ptr<QWidget> fresh(one.make(nullptr));
@@ -224,8 +229,9 @@ void TestAnyRecords::NumbersThatAreNone()
         for (int i = 0; i < static_cast<int>(shape.fieldCount); ++i) {
             const MessageField& field = shape.fields[i];
             const bool narrow = field.kind == FieldKind::F32;
-            if (!narrow && FieldSize(field.kind) < 8)
+            if (!narrow && FieldSize(field.kind) < 8) {
                 continue;
+            }
             const std::size_t at = shape.blockOffset + shape.rowOffset + field.offset;
             for (const double number : kNoNumbers) {
                 const QByteArray blank(static_cast<int>(layout.fullPayload), '\0');
@@ -254,24 +260,28 @@ void TestAnyRecords::AnHourAtTenRecordsASecond()
         for (std::size_t k = 0; k < views.size(); ++k) {
             const ViewCase& one = Cases()[k];
             QByteArray record = one.record;
-            if (one.name == NMEAViewWin::staticMetaObject.className())
+            if (one.name == NMEAViewWin::staticMetaObject.className()) {
                 record[static_cast<int>(offsetof(gnss::NmeaText, count))] = 1;
-            else if (one.name == MessageViewWin::staticMetaObject.className() && i % 10 != 0)
+            } else if (one.name == MessageViewWin::staticMetaObject.className() && i % 10 != 0) {
                 record = Message(gnss::MsgTypeGga, QByteArray(sizeof(gnss::MsgGga), '\1'));
-            else if (one.name == PositioningViewWin::staticMetaObject.className())
+            } else if (one.name == PositioningViewWin::staticMetaObject.className()) {
                 record = PositionBytes(40.0 + i * 1e-7, 116.0);
+            }
             one.give(views[k], record.constData(), record.size());
         }
-        if (i % 200 == 0)
+        if (i % 200 == 0) {
             QCoreApplication::processEvents();
+        }
     }
     QCOMPARE(TrackState::pointList.size(), std::size_t(records));
     for (QWidget* view : views) {
         view->hide();
-        if (const auto* text = view->findChild<QPlainTextEdit*>("textEdit"))
+        if (const auto* text = view->findChild<QPlainTextEdit*>("textEdit")) {
             QCOMPARE(text->blockCount(), records);
-        if (qobject_cast<PackageViewWin*>(view) != nullptr)
+        }
+        if (qobject_cast<PackageViewWin*>(view) != nullptr) {
             QCOMPARE(view->findChild<QTableView*>()->model()->rowCount(), records % 51);
+        }
         view->grab();
     }
 }
@@ -289,10 +299,12 @@ void TestAnyRecords::OpenedAndClosedWhileRecordsCome()
         window->setAttribute(Qt::WA_DeleteOnClose);
         window->widget()->showMaximized();
         open.emplace_back(&one, window);
-        for (const auto& [view, shown] : open)
+        for (const auto& [view, shown] : open) {
             view->Send(shown->widget(), view->record);
-        if (round % 4 == 0)
+        }
+        if (round % 4 == 0) {
             QCoreApplication::processEvents();
+        }
         if (open.size() > 3) {
             open.front().second->close();
             open.front().first->Send(open.front().second->widget(), open.front().first->record);
@@ -325,8 +337,9 @@ void TestAnyRecords::RecordsOnlyAskForAPaint()
         QCoreApplication::processEvents();
         PaintCounter paints;
         view->installEventFilter(&paints);
-        for (int k = 0; k < 100; ++k)
+        for (int k = 0; k < 100; ++k) {
             one.Send(view.get(), one.record);
+        }
         QCOMPARE(paints.count, 0);
         QTRY_COMPARE(paints.count, 1);
     }

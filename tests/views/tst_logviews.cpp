@@ -28,8 +28,9 @@ gnss::NmeaText Record(const QList<QByteArray>& sentences)
 {
     gnss::NmeaText record{};
     record.count = static_cast<std::uint8_t>(sentences.size());
-    for (int i = 0; i < sentences.size(); ++i)
+    for (int i = 0; i < sentences.size(); ++i) {
         std::memcpy(record.slot[i], sentences[i].constData(), static_cast<std::size_t>(sentences[i].size()));
+    }
     return record;
 }
 
@@ -165,8 +166,9 @@ void TestLogViews::TakesRecordsThatLie()
 {
     NMEAViewWin view(nullptr);
     QList<QByteArray> sentences;
-    for (int i = 0; i < static_cast<int>(gnss::kNmeaSlots); ++i)
+    for (int i = 0; i < static_cast<int>(gnss::kNmeaSlots); ++i) {
         sentences.append("$S" + QByteArray::number(i) + "\r\n");
+    }
     gnss::NmeaText record = Record(sentences);
     view.OnRecord(&record, sizeof(record) - 1);
     QCOMPARE(Text(view), QString());
@@ -246,8 +248,9 @@ void TestLogViews::PagesBackNewestFirst()
 {
     QVERIFY(m_folder->Put("GnssData/logs/hex/log_20260105101530.txt", "older\r\n"));
     QVERIFY(m_folder->Put("GnssData/logs/hex/log_20260105101531.txt", QByteArray("new\0er\xe9\nend\n", 12)));
-    for (const char* name : {"a name.txt", "log_2026010510153.txt", "log_20261305101530.txt"})
+    for (const char* name : {"a name.txt", "log_2026010510153.txt", "log_20261305101530.txt"}) {
         QVERIFY(m_folder->Put(QString("GnssData/logs/hex/") + name, "not a log"));
+    }
     HexViewWin view(nullptr);
     view.OnBytes("now");
     const QString shown = Text(view);
@@ -293,8 +296,9 @@ void TestLogViews::WheelPagesOnlyAtTheTop()
     view.resize(400, 300);
     view.show();
     QVERIFY(QTest::qWaitForWindowExposed(&view));
-    for (int i = 0; i < 100; ++i)
+    for (int i = 0; i < 100; ++i) {
         Send(view, {"$NEW\r\n"});
+    }
     // Lines that are seen come in steps.
     QTRY_COMPARE(TextEdit(view)->blockCount(), 100);
     QSignalSpy past(&view, &NMEAViewWin::ScrolledPastTop);

@@ -43,8 +43,9 @@ QTreeWidgetItem* Item(MessageViewWin& view, const QStringList& path)
     QTreeWidgetItem* item = view.findChild<QTreeWidget*>()->invisibleRootItem();
     for (const QString& name : path) {
         int i = 0;
-        while (item->child(i)->text(0) != name)
+        while (item->child(i)->text(0) != name) {
             ++i;
+        }
         item = item->child(i);
     }
     return item;
@@ -65,16 +66,18 @@ QStandardItemModel* Model(MessageViewWin& view, const QStringList& path)
 QStringList Column(const QAbstractItemModel* model, int column)
 {
     QStringList texts;
-    for (int row = 0; row < model->rowCount(); ++row)
+    for (int row = 0; row < model->rowCount(); ++row) {
         texts += model->index(row, column).data().toString();
+    }
     return texts;
 }
 
 QStringList Headers(const QAbstractItemModel* model)
 {
     QStringList texts;
-    for (int column = 0; column < model->columnCount(); ++column)
+    for (int column = 0; column < model->columnCount(); ++column) {
         texts += model->headerData(column, Qt::Horizontal).toString();
+    }
     return texts;
 }
 
@@ -82,8 +85,9 @@ QStringList Headers(const QAbstractItemModel* model)
 QString TreeText(const QTreeWidgetItem* item)
 {
     QStringList below;
-    for (int i = 0; i < item->childCount(); ++i)
+    for (int i = 0; i < item->childCount(); ++i) {
         below += TreeText(item->child(i));
+    }
     return item->text(0) + (below.isEmpty() ? QString() : '(' + below.join(' ') + ')');
 }
 
@@ -226,8 +230,9 @@ void TestMessageView::Lists()
         QStringList names;
         QStringList values;
         for (const ListRow& row : one.rows) {
-            if (row.text == nullptr)
+            if (row.text == nullptr) {
                 break;
+            }
             std::visit([&](auto value) { payload.Put(row.offset, value); }, row.value);
             names += row.name;
             values += row.text;
@@ -250,12 +255,14 @@ void TestMessageView::SatelliteTables()
     Image gsv(1832);
     Image gsa(144);
     for (int block = 0; block < 5; ++block) {
-        for (int cell = 0; cell < 36 * 5; ++cell)
+        for (int cell = 0; cell < 36 * 5; ++cell) {
             gsv.Put<quint16>(2 + block * 366 + 6 + cell * 2, block * 10000 + cell);
+        }
         const int at = 4 + block * 28;
         gsa.Put<quint8>(at, block).Put(at + 1, 'A').Put<quint8>(at + 2, 3).Put<quint8>(at + 3, 12);
-        for (int prn = 0; prn < 12; ++prn)
+        for (int prn = 0; prn < 12; ++prn) {
             gsa.Put<quint8>(at + 4 + prn, 65 + prn + block);
+        }
         gsa.Put(at + 16, 1.5F).Put(at + 20, 2.5F).Put(at + 24, block + 0.25F);
     }
     MessageViewWin view(nullptr);
@@ -265,26 +272,30 @@ void TestMessageView::SatelliteTables()
     Send(view, Record(2, gsv.Bytes()));
     Send(view, Record(3, gsa.Bytes()));
     QStringList names = {"valid", "OptMode", "PosMode", "ValidPrnNum"};
-    for (int prn = 1; prn <= 12; ++prn)
+    for (int prn = 1; prn <= 12; ++prn) {
         names += QString("Prn%1").arg(prn);
+    }
     names += {"Pdop", "Hdop", "Vdop"};
     for (int block = 0; block < 5; ++block) {
         const QStandardItemModel* model = Model(view, {"NMEA", "GSV", constellations[block]});
         QCOMPARE(Headers(model), QStringList({"Prn", "Elev", "Azim", "Cn0", "Freq"}));
         QCOMPARE(model->rowCount(), 36);
-        for (int cell = 0; cell < 36 * 5; ++cell)
+        for (int cell = 0; cell < 36 * 5; ++cell) {
             QCOMPARE(model->index(cell / 5, cell % 5).data().toInt(), block * 10000 + cell);
+        }
 
         model = Model(view, {"NMEA", "GSA", constellations[block]});
         QStringList values = {QString::number(block), "A", "3", "12"};
-        for (int prn = 0; prn < 12; ++prn)
+        for (int prn = 0; prn < 12; ++prn) {
             values += QString::number(65 + prn + block);
+        }
         QCOMPARE(Column(model, 0), names);
         QCOMPARE(Column(model, 1), values + QStringList({"1.5", "2.5", QString("%1.25").arg(block)}));
     }
     // Nothing writes the labels of the group.
-    for (const char* name : {"totalGsvNum", "currGsvNo", "satNum", "FillNum"})
+    for (const char* name : {"totalGsvNum", "currGsvNo", "satNum", "FillNum"}) {
         QCOMPARE(view.findChild<QLabel*>(name)->text(), QString());
+    }
 }
 
 void TestMessageView::MeasurementTables()
@@ -294,13 +305,15 @@ void TestMessageView::MeasurementTables()
     Image pdr(404);
     for (int row = 0; row < 49; ++row) {
         for (int i = 0; i < 15; ++i) {
-            if (i < 5)
+            if (i < 5) {
                 meas.Put<quint8>(16 + row * 88 + i, 65 + row + i);
-            else
+            } else {
                 meas.Put(16 + row * 88 + i * 8 - 32, row * 100 + i + 0.5);
+            }
         }
-        for (int i = 0; i < 4; ++i)
+        for (int i = 0; i < 4; ++i) {
             pdr.Put<quint8>(4 + row * 8 + i, 65 + row + i);
+        }
         pdr.Put(4 + row * 8 + 4, row + 0.5F);
     }
     MessageViewWin view(nullptr);
@@ -316,16 +329,18 @@ void TestMessageView::MeasurementTables()
                                           "satSpeedX", "satSpeedY", "satSpeedZ"}));
     QCOMPARE(model->rowCount(), 50);
     for (int i = 0; i < 15; ++i) {
-        for (int row = 0; row < 49; ++row)
+        for (int row = 0; row < 49; ++row) {
             QCOMPARE(text(model, row, i), QString::number(i < 5 ? 65 + row + i : row * 100 + i + 0.5));
+        }
         QCOMPARE(text(model, 49, i), QString("0"));
     }
     model = Model(view, {"Binary", "PdrMeas"});
     QCOMPARE(Headers(model), QStringList({"svid", "gnssType", "inuseFlag", "shape", "psrNs"}));
     QCOMPARE(model->rowCount(), 50);
     for (int row = 0; row < 49; ++row) {
-        for (int i = 0; i < 5; ++i)
+        for (int i = 0; i < 5; ++i) {
             QCOMPARE(text(model, row, i), QString::number(i < 4 ? 65 + row + i : row + 0.5));
+        }
     }
 }
 
@@ -348,13 +363,15 @@ void TestMessageView::OtherTypesChangeNothing()
 {
     MessageViewWin view(nullptr);
     const LogCatcher log;
-    for (const quint32 type : {7U, 8U, 99U, 102U, 111U, 0xffffffffU})
+    for (const quint32 type : {7U, 8U, 99U, 102U, 111U, 0xffffffffU}) {
         Send(view, Record(type, QByteArray(4416, '\1')));
+    }
     QCOMPARE(log.Lines(), QStringList());
     for (QTreeWidgetItemIterator it(view.findChild<QTreeWidget*>()); *it != nullptr; ++it) {
         view.SlotUpdateRightWin(*it, 0);
-        if (const QAbstractItemModel* model = view.findChild<QTableView*>("tableView")->model())
+        if (const QAbstractItemModel* model = view.findChild<QTableView*>("tableView")->model()) {
             QCOMPARE(Column(model, model->columnCount() - 1).join(""), QString());
+        }
     }
 }
 

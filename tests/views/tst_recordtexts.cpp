@@ -54,8 +54,9 @@ template <typename T> QString Text(T value, FieldKind kind)
 void TestRecordTexts::NamesOfFixModes()
 {
     const QStringList names = {"无效", "自动", "差分", "PPS", "FIXED", "FLOAT", "估算", "手动", "模拟"};
-    for (int mode = 0; mode < 256; ++mode)
+    for (int mode = 0; mode < 256; ++mode) {
         QCOMPARE(GetFixModeText(static_cast<std::uint8_t>(mode)), names.value(mode));
+    }
 }
 
 void TestRecordTexts::Conversions()
@@ -101,8 +102,9 @@ void TestRecordTexts::FieldsAsText()
 
 void TestRecordTexts::SecondsAreCut()
 {
-    for (int ms = 0; ms < 61000; ++ms)
+    for (int ms = 0; ms < 61000; ++ms) {
         QCOMPARE(SecondsText(ms / 1000.0), QString::asprintf("%02d.%02d", ms / 1000, ms % 1000 / 10));
+    }
     QCOMPARE(SecondsText(59.999999999999), QString("59.99"));
     QVERIFY(!SecondsText(1e300).isEmpty() && !SecondsText(-1e300).isEmpty());
 }
@@ -117,8 +119,9 @@ void TestRecordTexts::FixRows()
     const int ends[] = {0, 8, 16, 24, 36, 56, 57, 64, 68, 72, 76, 80};
     for (int size = 0; size <= whole.size(); ++size) {
         const QStringList texts = Texts(QByteArray(whole.constData(), size));
-        for (int row = 0; row < 12; ++row)
+        for (int row = 0; row < 12; ++row) {
             QCOMPARE(texts[row], size < ends[row] ? QString() : expected[row]);
+        }
     }
     QCOMPARE(Texts(QByteArray(80, '\xff')).mid(3, 4),
              QStringList({"nanm", "4294967295-4294967295-4294967295", "4294967295:4294967295:nan", ""}));

@@ -53,11 +53,13 @@ void TestSignalView::CountsAndLists()
     const SignalTable::Satellites& gps = table.SatellitesOf(ConstellationIndex('G'));
     QCOMPARE(gps.size(), std::size_t(1));
     std::vector<float> byStrength;
-    for (const SignalTable::Signal& signal : gps[0])
+    for (const SignalTable::Signal& signal : gps[0]) {
         byStrength.push_back(float(signal.carrierFreq)); // packed: no reference to it
+    }
     QCOMPARE(byStrength, std::vector<float>({1176.45F, 1575.42F, 1227.6F}));
-    for (const char letter : {'S', 'I', 'J', 'C', 'E'})
+    for (const char letter : {'S', 'I', 'J', 'C', 'E'}) {
         QVERIFY(table.SatellitesOf(ConstellationIndex(letter)).empty());
+    }
 }
 
 void TestSignalView::CutsTheCountToTheRecord()
@@ -111,8 +113,9 @@ void TestSignalView::PaintsColumns()
     const auto at = [&](int x, int y) { return QColor(picture.pixel(x, 360 - y)); };
     // BeiDou first, then GPS; each column 63 wide.
     int bds = 0;
-    while (bds < 500 && at(bds, 1) != kBds)
+    while (bds < 500 && at(bds, 1) != kBds) {
         ++bds;
+    }
     const int gps = bds + 66;
     const QColor background = at(890, 350);
     QCOMPARE(at(gps, 1), kGps);

@@ -63,8 +63,9 @@ void TestSkyView::FoldsIntoCells()
     map.Fold(90, 360, 20);
     map.Fold(200, 400, 20);
     QCOMPARE(cell(3), (QList<int>{0, 0, 20, 2}));
-    for (int direction = 0; direction < 256 * 400; ++direction)
+    for (int direction = 0; direction < 256 * 400; ++direction) {
         map.Fold(static_cast<std::uint8_t>(direction / 400), static_cast<std::uint16_t>(direction % 400), 255);
+    }
     QCOMPARE(map.Cells().size(), std::size_t(25 * 10));
 }
 
@@ -78,8 +79,9 @@ void TestSkyView::Geometry()
     QVERIFY((Position(45, 400, kRadius) - Position(45, 40, kRadius)).manhattanLength() < 1e-9);
     QCOMPARE(DotBox(QPointF(10.2, -20.4)), QRect(QPoint(-5, -35), QPoint(24, -6)));
     QStringList labels;
-    for (const int i : {0, 1, 6, 11, 12, 18, 23})
+    for (const int i : {0, 1, 6, 11, 12, 18, 23}) {
         labels += AzimuthLabel(i);
+    }
     QCOMPARE(labels, QStringList({"    N", "    15°", "     E", "    165°", "S", "W", "345°"}));
 
     // A cell covers its azimuths and its band, and the cell of no band the lowest five degrees.

@@ -50,8 +50,9 @@ QStringList Values(const DataViewWin& view)
 {
     QStringList texts;
     const auto* table = view.findChild<QTableWidget*>();
-    for (int row = 0; row < table->rowCount(); ++row)
+    for (int row = 0; row < table->rowCount(); ++row) {
         texts += table->item(row, 0)->text();
+    }
     return texts;
 }
 
@@ -74,8 +75,9 @@ const QAbstractItemModel* Table(const PackageViewWin& view)
 QStringList Headers(const QAbstractItemModel* model)
 {
     QStringList texts;
-    for (int column = 0; column < model->columnCount(); ++column)
+    for (int column = 0; column < model->columnCount(); ++column) {
         texts += model->headerData(column, Qt::Horizontal).toString();
+    }
     return texts;
 }
 
@@ -86,8 +88,9 @@ void TestTableWindows::DataTable()
     DataViewWin view(nullptr);
     const auto* table = view.findChild<QTableWidget*>();
     QStringList labels;
-    for (int row = 0; row < table->rowCount(); ++row)
+    for (int row = 0; row < table->rowCount(); ++row) {
         labels += table->verticalHeaderItem(row)->text();
+    }
     QCOMPARE(labels, QStringList({"TTFF", "经度", "纬度", "海拔高度", "UTC日期", "UTC时间", "定位模式", "速度",
                                   "航向", "位置精度DOP", "水平精度DOP", "高程精度DOP"}));
     QCOMPARE(table->columnCount(), 1);
@@ -169,8 +172,9 @@ void TestTableWindows::PackageRows()
         const QString time = table->index(row, 0).data().toString();
         QVERIFY2(QRegularExpression("^[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}$").match(time).hasMatch(),
                  qPrintable(time));
-        for (int column = 0; column < 4; ++column)
+        for (int column = 0; column < 4; ++column) {
             QCOMPARE(table->index(row, column + 1).data().toString(), rows[row][column]);
+        }
     }
 }
 
@@ -183,8 +187,9 @@ void TestTableWindows::PackageTableRestarts()
     connect(table, &QAbstractItemModel::rowsInserted, [&] { most = qMax(most, table->rowCount()); });
     const QByteArray bytes("\xef\xbb\xbf\x00\xff\x80", 6);
     const auto send = [&](int count) {
-        for (int i = 0; i < count; ++i)
+        for (int i = 0; i < count; ++i) {
             Send(view, bytes);
+        }
     };
     send(50);
     QCOMPARE(table->rowCount(), 50);
@@ -218,8 +223,9 @@ void TestTableWindows::PackageTableFollows()
     const QScrollBar* bar = view.findChild<QTableView*>("tableView")->verticalScrollBar();
     // How far below the visible rows the end is once more records have come.
     const auto distance = [&] {
-        for (int i = 0; i < 15; ++i)
+        for (int i = 0; i < 15; ++i) {
             Send(view, Package(1, 0, 2, 3).Bytes());
+        }
         QCoreApplication::processEvents();
         return bar->maximum() - bar->value();
     };

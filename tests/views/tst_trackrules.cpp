@@ -49,8 +49,9 @@ void TestTrackRules::ZoomLadder()
     QCOMPARE(ZoomedOut(10.0 - 1e-8), (10.0 - 1e-8) * 2.5);
     QCOMPARE(ZoomedOut(2.0), 2.0);
     QCOMPARE(ZoomedIn(2.0), 2.0);
-    for (const double odd : {0.0, -1.0, std::numeric_limits<double>::infinity()})
+    for (const double odd : {0.0, -1.0, std::numeric_limits<double>::infinity()}) {
         QCOMPARE(ZoomedOut(odd), odd);
+    }
 }
 
 void TestTrackRules::Texts()
@@ -202,11 +203,13 @@ void TestTrackRules::DotsEqualOneEllipseEach()
     for (const qreal ratio : {1.0, 2.0}) {
         // What an earlier picture held leaves nothing.
         dots.Begin(size, ratio);
-        for (int i = 0; i < 100; ++i)
+        for (int i = 0; i < 100; ++i) {
             dots.Add(i, i * 0.7);
+        }
         dots.Begin(size, ratio);
-        for (const QPointF& position : positions)
+        for (const QPointF& position : positions) {
             dots.Add(position.x(), position.y());
+        }
         dots.AddLast(positions.back().x(), positions.back().y());
 
         QImage stamped((QSizeF(size) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
@@ -221,16 +224,18 @@ void TestTrackRules::DotsEqualOneEllipseEach()
         QPainter drawing(&drawn);
         drawing.translate(size.width() / 2, size.height() / 2);
         const auto ellipse = [&](const QPointF& position, Qt::GlobalColor colour) {
-            if (std::isnan(position.x()) || std::isnan(position.y()))
+            if (std::isnan(position.x()) || std::isnan(position.y())) {
                 return;
+            }
             drawing.setPen(colour);
             drawing.setBrush(colour);
             // Dots stand on whole device pixels.
             drawing.drawEllipse(QRectF(std::floor(position.x() * ratio + 0.5) / ratio - 3.0,
                                        std::floor(position.y() * ratio + 0.5) / ratio - 3.0, 5.0, 5.0));
         };
-        for (const QPointF& position : positions)
+        for (const QPointF& position : positions) {
             ellipse(position, Qt::green);
+        }
         ellipse(positions.back(), Qt::red);
         drawing.end();
         QVERIFY(stamped == drawn);

@@ -89,8 +89,9 @@ void TestTrackView::DrawsEachPointWhereTheCodecPutsIt()
     const QImage picture = Picture(*m_view);
     QVERIFY(std::abs(dots[0].x() - kMiddle.x()) > 50 && dots[0].y() < kMiddle.y());
     // The first point has become the centre; the last one is red.
-    for (const QPoint& dot : {kMiddle, dots[0], dots[1]})
+    for (const QPoint& dot : {kMiddle, dots[0], dots[1]}) {
         QCOMPARE(QColor(picture.pixel(dot)), QColor(Qt::green));
+    }
     QCOMPARE(QColor(picture.pixel(dots[2])), QColor(Qt::red));
     QCOMPARE(Count(picture, picture.rect(), Qt::red), Count(picture, picture.rect(), Qt::green) / 3);
 
@@ -139,8 +140,9 @@ void TestTrackView::FollowsTheLastPoint()
 void TestTrackView::MenuAndWheel()
 {
     QStringList texts;
-    for (const QAction* action : m_view->actions())
+    for (const QAction* action : m_view->actions()) {
         texts << (action->isSeparator() ? QString("-") : action->text());
+    }
     QCOMPARE(texts, QStringList({"Set Center Point Coordinates", "Remove All Points", "Set Last Point As Center",
                                  "-", "Zoom In", "Zoom Out"}));
 
@@ -152,11 +154,13 @@ void TestTrackView::MenuAndWheel()
     QCOMPARE(ScaleByDragging(), 25.0);
     Wheel(0);
     QCOMPARE(ScaleByDragging(), 50.0);
-    for (int i = 0; i < 40; ++i)
+    for (int i = 0; i < 40; ++i) {
         Wheel(120);
+    }
     QCOMPARE(ScaleByDragging(), 0.05);
-    for (int i = 0; i < 40; ++i)
+    for (int i = 0; i < 40; ++i) {
         Wheel(-120);
+    }
     QCOMPARE(ScaleByDragging(), 250000.0);
 
     // The dialog doesn't keep the view from being closed.
@@ -186,8 +190,9 @@ void TestTrackView::TellsTheAge()
 void TestTrackView::WithoutACodecEverythingLiesInTheMiddle()
 {
     ClassGnss::UnloadCodec();
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         Send(*m_view, PositionBytes(kLatitude + i, kLongitude));
+    }
     const QImage picture = Picture(*m_view);
     ClassGnss::InitGnssUtils();
     QCOMPARE(QColor(picture.pixel(kMiddle)), QColor(Qt::red));

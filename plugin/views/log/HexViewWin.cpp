@@ -20,8 +20,9 @@ HexViewWin::HexViewWin(QWidget* parent) : LogTextView("hex", "ISO 8859-1", paren
     auto* label = new QLabel(tr("列数:"), this);
     m_columns = new QComboBox(this);
     m_columns->setObjectName("columns");
-    for (const char* count : kColumnCounts)
+    for (const char* count : kColumnCounts) {
         m_columns->addItem(count);
+    }
     m_columns->setCurrentIndex(kDefaultColumns);
     m_row->addSpacing(8);
     m_row->addWidget(label);
@@ -31,8 +32,9 @@ HexViewWin::HexViewWin(QWidget* parent) : LogTextView("hex", "ISO 8859-1", paren
 
 void HexViewWin::OnBytes(const QByteArray& bytes)
 {
-    if (bytes.isEmpty())
+    if (bytes.isEmpty()) {
         return;
+    }
     AddLine(HexDump(bytes, m_columns->currentText().toInt(), TimePrefix()));
     ShowLines();
     saveData->Write(bytes.constData(), static_cast<quint32>(bytes.size()));

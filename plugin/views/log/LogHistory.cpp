@@ -21,8 +21,9 @@ QVector<QDateTime> LogStamps(const QStringList& fileNames)
     QVector<QDateTime> stamps;
     for (const QString& name : fileNames) {
         const QDateTime stamp = LogStamp(name);
-        if (stamp.isValid())
+        if (stamp.isValid()) {
             stamps.append(stamp);
+        }
     }
     std::sort(stamps.begin(), stamps.end(), std::greater<>());
     return stamps;
@@ -31,8 +32,9 @@ QVector<QDateTime> LogStamps(const QStringList& fileNames)
 QString LogFileOf(const QStringList& fileNames, const QDateTime& stamp)
 {
     for (const QString& name : fileNames) {
-        if (LogStamp(name) == stamp)
+        if (LogStamp(name) == stamp) {
             return name;
+        }
     }
     return QString();
 }

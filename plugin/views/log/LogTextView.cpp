@@ -49,8 +49,9 @@ LogTextView::LogTextView(const QString& logName, const char* codecName, QWidget*
     QScrollBar* bar = textEdit->verticalScrollBar();
     connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { m_follows = value == bar->maximum(); });
     connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int maximum) {
-        if (m_follows)
+        if (m_follows) {
             bar->setValue(maximum);
+        }
     });
 
     m_row = new QHBoxLayout;
@@ -137,8 +138,9 @@ void LogTextView::ProcScrolledPastTop()
         return;
     }
     QTextStream stream(&file);
-    if (m_codecName != nullptr)
+    if (m_codecName != nullptr) {
         stream.setCodec(m_codecName);
+    }
     stream.setAutoDetectUnicode(false);
 
     FlushLines();
@@ -156,8 +158,9 @@ bool LogTextView::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == textEdit->viewport() && event->type() == QEvent::Wheel) {
         const QScrollBar* bar = textEdit->verticalScrollBar();
-        if (bar->value() == bar->minimum() && static_cast<QWheelEvent*>(event)->angleDelta().y() > 0)
+        if (bar->value() == bar->minimum() && static_cast<QWheelEvent*>(event)->angleDelta().y() > 0) {
             emit ScrolledPastTop();
+        }
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -181,8 +184,9 @@ QString LogTextView::TimePrefix() const
 
 void LogTextView::AddLine(const QString& line)
 {
-    if (m_haveLines)
+    if (m_haveLines) {
         m_lines += '\n';
+    }
     m_lines += line;
     m_haveLines = true;
 }
@@ -195,8 +199,9 @@ void LogTextView::ShowLines()
 void LogTextView::FlushLines()
 {
     m_refresh->Cancel();
-    if (!m_haveLines)
+    if (!m_haveLines) {
         return;
+    }
     textEdit->appendPlainText(m_lines);
     m_lines.resize(0);
     m_haveLines = false;

@@ -18,8 +18,9 @@ QString ShownSentence(const char* sentence, std::size_t length)
 {
     const QString text = QString::fromLocal8Bit(sentence, static_cast<int>(length));
     QString piece = text.left(text.indexOf('\r'));
-    if (piece.endsWith('\n'))
+    if (piece.endsWith('\n')) {
         piece.chop(1);
+    }
     return piece;
 }
 
@@ -43,8 +44,9 @@ NMEAViewWin::NMEAViewWin(QWidget* parent) : LogTextView("nmea", nullptr, parent)
 void NMEAViewWin::OnRecord(const void* buffer, int length)
 {
     const RecordCopy record(buffer, length, sizeof(gnss::NmeaText), "NMEAViewWin");
-    if (record.IsDropped())
+    if (record.IsDropped()) {
         return;
+    }
     // A record that ends before its count has none.
     const std::size_t count =
         record.HeldEntries(record.At<std::uint8_t>(offsetof(gnss::NmeaText, count)), 0, gnss::kNmeaSlotSize);
@@ -52,11 +54,13 @@ void NMEAViewWin::OnRecord(const void* buffer, int length)
         const char* slot = record.Data() + i * gnss::kNmeaSlotSize;
         const std::size_t size = strnlen(slot, gnss::kNmeaSlotSize);
         const QString sentence = ShownSentence(slot, size);
-        if (sentence.isEmpty())
+        if (sentence.isEmpty()) {
             continue;
+        }
         // A sentence that the filter holds back isn't logged either, and so it is meant.
-        if (filterOn && !sentence.contains(filterEdit->text(), Qt::CaseInsensitive))
+        if (filterOn && !sentence.contains(filterEdit->text(), Qt::CaseInsensitive)) {
             continue;
+        }
         AddLine(TimePrefix() + sentence);
         saveData->Write(slot, static_cast<quint32>(size));
     }

@@ -13,18 +13,20 @@ void SetText(QStandardItemModel* model, int row, int column, const QString& text
 {
     // A cell that is changed in place costs a tenth of a new one, and one that stays the same is not painted.
     QStandardItem* item = model->item(row, column);
-    if (item != nullptr)
+    if (item != nullptr) {
         item->setText(text);
-    else
+    } else {
         model->setItem(row, column, new QStandardItem(text));
+    }
 }
 
 QStandardItemModel* MakeTable(const MessageShape& shape, QObject* parent)
 {
     auto* model = new QStandardItemModel(static_cast<int>(shape.rows), static_cast<int>(shape.fieldCount), parent);
     QStringList names;
-    for (std::size_t i = 0; i < shape.fieldCount; ++i)
+    for (std::size_t i = 0; i < shape.fieldCount; ++i) {
         names += shape.fields[i].label;
+    }
     model->setHorizontalHeaderLabels(names);
     return model;
 }
@@ -35,8 +37,9 @@ QStandardItemModel* MakeList(const MessageShape& shape, QObject* parent)
     model->setHorizontalHeaderLabels({QString(), "value"});
     for (std::size_t i = 0; i < shape.fieldCount; ++i) {
         // A value without a name opens its row itself.
-        if (shape.fields[i].label != nullptr)
+        if (shape.fields[i].label != nullptr) {
             SetText(model, static_cast<int>(i), kNameColumn, shape.fields[i].label);
+        }
     }
     return model;
 }
@@ -51,8 +54,9 @@ QString MessageName(const MessageShape& shape)
 QVector<QStandardItemModel*> MakeMessageModels(const MessageShape& shape, QObject* parent)
 {
     QVector<QStandardItemModel*> models;
-    for (std::size_t block = 0; block < shape.blocks; ++block)
+    for (std::size_t block = 0; block < shape.blocks; ++block) {
         models += shape.IsTable() ? MakeTable(shape, parent) : MakeList(shape, parent);
+    }
     return models;
 }
 
@@ -65,10 +69,11 @@ void FillMessageModels(const MessageShape& shape, const QVector<QStandardItemMod
             const std::size_t at = start + shape.rowOffset + row * shape.rowSize;
             for (std::size_t i = 0; i < shape.fieldCount; ++i) {
                 const QString text = FieldText(payload, size, at + shape.fields[i].offset, shape.fields[i].kind);
-                if (shape.IsTable())
+                if (shape.IsTable()) {
                     SetText(models[block], static_cast<int>(row), static_cast<int>(i), text);
-                else
+                } else {
                     SetText(models[block], static_cast<int>(i), kValueColumn, text);
+                }
             }
         }
     }

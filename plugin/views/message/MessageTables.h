@@ -234,8 +234,9 @@ static_assert(std::size(kShapes) == std::size(gnss::kMessageLayouts));
 constexpr const MessageShape* FindMessageShape(std::uint32_t msgType)
 {
     for (const MessageShape& shape : message_tables::kShapes) {
-        if (shape.msgType == msgType)
+        if (shape.msgType == msgType) {
             return &shape;
+        }
     }
     return nullptr;
 }

@@ -31,8 +31,9 @@ constexpr SplitType kSplitTypes[] = {{"GSV", 2}, {"GSA", 3}};
 template <std::size_t Count> QTreeWidgetItem* MakeNode(const char* name, const char* const (&children)[Count])
 {
     auto* node = new QTreeWidgetItem({QString(name)});
-    for (const char* child : children)
+    for (const char* child : children) {
         node->addChild(new QTreeWidgetItem({QString(child)}));
+    }
     return node;
 }
 
@@ -72,30 +73,35 @@ MessageViewWin::MessageViewWin(QWidget* parent) : QWidget(parent)
 void MessageViewWin::OnRecord(const void* buffer, int length)
 {
     const RecordCopy record(buffer, length, gnss::kMessageHeaderSize + sizeof(gnss::MsgMeas), "MessageViewWin");
-    if (record.IsDropped() || record.Size() < gnss::kMessageHeaderSize)
+    if (record.IsDropped() || record.Size() < gnss::kMessageHeaderSize) {
         return;
+    }
     const MessageShape* shape = FindMessageShape(record.At<std::uint32_t>(0));
-    if (shape == nullptr)
+    if (shape == nullptr) {
         return;
+    }
     m_right->SetValues(*shape, record.Data() + gnss::kMessageHeaderSize, record.Size() - gnss::kMessageHeaderSize);
 }
 
 void MessageViewWin::SlotUpdateRightWin(QTreeWidgetItem* item, int)
 {
-    if (item == nullptr)
+    if (item == nullptr) {
         return;
+    }
     const QString type = BehindBlank(item->text(0));
     QString title = type;
     QTreeWidgetItem* parentItem = item->parent();
-    for (QTreeWidgetItem* above = parentItem; above != nullptr; above = above->parent())
+    for (QTreeWidgetItem* above = parentItem; above != nullptr; above = above->parent()) {
         title = above->text(0) + " > " + title;
+    }
 
-    if (item->childCount() > 0)
+    if (item->childCount() > 0) {
         m_right->ShowNode(title, type);
-    else if (parentItem == nullptr || parentItem->parent() == nullptr)
+    } else if (parentItem == nullptr || parentItem->parent() == nullptr) {
         m_right->ShowMessage(title, type, 0);
-    else
+    } else {
         m_right->ShowMessage(title, BehindBlank(parentItem->text(0)), parentItem->indexOfChild(item));
+    }
 }
 
 void MessageViewWin::closeEvent(QCloseEvent* event)
@@ -107,8 +113,9 @@ void MessageViewWin::closeEvent(QCloseEvent* event)
 void MessageViewWin::FillTree()
 {
     QTreeWidgetItem* nmea = MakeNode("NMEA", kNmeaTypes);
-    for (const SplitType& split : kSplitTypes)
+    for (const SplitType& split : kSplitTypes) {
         nmea->insertChild(split.place, MakeNode(split.name, kConstellations));
+    }
     m_tree->addTopLevelItem(nmea);
     m_tree->addTopLevelItem(CProductVersion::GetVersion() == kReducedProduct
                                 ? MakeNode("Binary", kReducedBinaryTypes)

@@ -24,8 +24,9 @@ MsgViewRightWin::MsgViewRightWin(QWidget* parent) : QWidget(parent), ui(new Ui::
 {
     ui->setupUi(this);
     MakeRowsLow(ui->tableView);
-    for (const MessageShape& shape : message_tables::kShapes)
+    for (const MessageShape& shape : message_tables::kShapes) {
         m_models.insert(MessageName(shape), MakeMessageModels(shape, this));
+    }
 }
 
 MsgViewRightWin::~MsgViewRightWin() = default;
@@ -47,12 +48,14 @@ void MsgViewRightWin::ShowMessage(const QString& title, const QString& type, int
     ui->tittle->setText(tr("%1消息").arg(title));
     ui->stackedWidget->setCurrentWidget(ui->page);
     for (const MessageShape& shape : message_tables::kShapes) {
-        if (MessageName(shape) != type)
+        if (MessageName(shape) != type) {
             continue;
+        }
         ui->satInfo->setVisible(shape.msgType == gnss::MsgTypeGsv);
         QStandardItemModel* model = m_models.value(type).value(block);
-        if (model == ui->tableView->model())
+        if (model == ui->tableView->model()) {
             return;
+        }
         // The table makes a selection with each model and keeps the one before.
         const std::unique_ptr<QItemSelectionModel> before(ui->tableView->selectionModel());
         ui->tableView->setModel(model);
@@ -64,8 +67,9 @@ void MsgViewRightWin::ShowMessage(const QString& title, const QString& type, int
 void MsgViewRightWin::FitColumns(const MessageShape& shape)
 {
     int widestName = 0;
-    for (std::size_t i = 0; i < shape.fieldCount; ++i)
+    for (std::size_t i = 0; i < shape.fieldCount; ++i) {
         widestName = std::max(widestName, CellWidth(ui->tableView, shape.fields[i].label));
+    }
 
     QHeaderView* header = ui->tableView->horizontalHeader();
     // Few columns share the width; many have widths of their own and are scrolled.

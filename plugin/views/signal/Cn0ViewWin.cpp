@@ -37,8 +37,9 @@ QString RowLabel(std::size_t row)
 QColor FillColour(const QColor& base, std::size_t segment, bool inUse, const QColor& background)
 {
     const QColor colour = segment % 2 == 0 ? base : base.lighter(135);
-    if (inUse)
+    if (inUse) {
         return colour;
+    }
     const auto mix = [](int a, int b) { return (a * 2 + b * 3) / 5; };
     return QColor(mix(colour.red(), background.red()), mix(colour.green(), background.green()),
                   mix(colour.blue(), background.blue()));
@@ -53,8 +54,9 @@ Cn0ViewWin::Cn0ViewWin(QWidget* parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     connect(m_refresh, &ViewRefresh::Due, this, QOverload<>::of(&QWidget::update));
     setWindowTitle(tr("信号强度"));
-    for (std::size_t i = 0; i < m_flagImages.size(); ++i)
+    for (std::size_t i = 0; i < m_flagImages.size(); ++i) {
         m_flagImages[i] = ConstellationLegend::Picture(kConstellations[i].flag);
+    }
     connect(ageTimer, &QTimer::timeout, this, &Cn0ViewWin::TimerTimeout);
     ageTimer->start(kAgeTick);
 }
@@ -62,8 +64,9 @@ Cn0ViewWin::Cn0ViewWin(QWidget* parent)
 void Cn0ViewWin::OnRecord(const void* buffer, int length)
 {
     const RecordCopy record(buffer, length, sizeof(gnss::Cn0Record), "Cn0ViewWin");
-    if (record.IsDropped())
+    if (record.IsDropped()) {
         return;
+    }
     ageSeconds = 0;
     ageTimer->stop();
     ageEdit->ShowAge(ageSeconds);
@@ -92,10 +95,11 @@ void Cn0ViewWin::resizeEvent(QResizeEvent* event)
 
 void Cn0ViewWin::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && m_legend.Click(event->pos()))
+    if (event->button() == Qt::LeftButton && m_legend.Click(event->pos())) {
         update();
-    else
+    } else {
         QWidget::mousePressEvent(event);
+    }
 }
 
 void Cn0ViewWin::paintEvent(QPaintEvent*)
@@ -134,8 +138,9 @@ QString Cn0ViewWin::CountText(int counter) const
 int Cn0ViewWin::CountX(const QPainter& painter) const
 {
     int widest = painter.fontMetrics().horizontalAdvance(tr("总和:"));
-    for (std::size_t row = 0; row < kLegendRows; ++row)
+    for (std::size_t row = 0; row < kLegendRows; ++row) {
         widest = std::max(widest, painter.fontMetrics().horizontalAdvance(RowLabel(row)));
+    }
     return std::max(kCountX, ConstellationLegend::kTextX + widest + 4);
 }
 
@@ -143,9 +148,10 @@ QRect Cn0ViewWin::LegendRect(const QPainter& painter) const
 {
     int right = CountX(painter);
     int widest = painter.fontMetrics().horizontalAdvance(CountText(0));
-    for (std::size_t row = 0; row < kLegendRows; ++row)
+    for (std::size_t row = 0; row < kLegendRows; ++row) {
         widest =
             std::max(widest, painter.fontMetrics().horizontalAdvance(CountText(kConstellations[row].counter)));
+    }
     right += widest;
     return QRect(QPoint(0, 0), QPoint(right + 8, m_legend.IconRect(kLegendRows - 1).bottom() + 4));
 }
@@ -181,16 +187,18 @@ bool Cn0ViewWin::PaintBars(QPainter& painter, const QRect& legend)
 
     int columns = 0;
     for (int i = 0; i < static_cast<int>(kConstellations.size()); ++i) {
-        if (IsShown(i))
+        if (IsShown(i)) {
             columns += static_cast<int>(m_signals.SatellitesOf(i).size());
+        }
     }
     int x = SignalBars::FirstColumnX(columns, barPitch, width(), legend.right(), baseline < legend.bottom());
     bool reachesLegend = false;
     painter.drawLine(baseline < legend.bottom() ? x : 0, baseline, width(), baseline);
     for (int i = 0; i < static_cast<int>(kConstellations.size()); ++i) {
         const SignalTable::Satellites& satellites = m_signals.SatellitesOf(i);
-        if (!IsShown(i) || satellites.empty())
+        if (!IsShown(i) || satellites.empty()) {
             continue;
+        }
         const std::size_t index = static_cast<std::size_t>(i);
         if (kConstellations[index].flag != nullptr) {
             const int top = baseline + 6 + painter.fontMetrics().height();
@@ -228,8 +236,9 @@ bool Cn0ViewWin::PaintColumn(QPainter& painter, int x, const SignalTable::Satell
     int firstTop = bottom - textHeight;
     if (legend.intersects(QRect(x, firstTop, barWidth, textHeight))) {
         const int below = std::max(bottom, legend.bottom() + 1);
-        if (below + textHeight <= baseline)
+        if (below + textHeight <= baseline) {
             firstTop = below;
+        }
     }
     const std::vector<int> textTops = SignalBars::TextTops(tops, firstTop, textHeight, baseline);
     for (std::size_t i = 0; i < textTops.size(); ++i) {

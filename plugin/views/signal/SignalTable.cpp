@@ -11,8 +11,9 @@
 
 void SignalTable::Fill(const RecordCopy& record)
 {
-    for (Satellites& satellites : m_satellites)
+    for (Satellites& satellites : m_satellites) {
         satellites.clear();
+    }
     visibleCount = {};
     trackedCount = {};
     usedCount = {};
@@ -23,17 +24,20 @@ void SignalTable::Fill(const RecordCopy& record)
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t offset = first + i * sizeof(gnss::Cn0Entry);
         const auto entry = record.At<gnss::Cn0Entry>(offset);
-        if (entry.cn0 != 0)
+        if (entry.cn0 != 0) {
             ++trackedCount[0];
+        }
         const int constellation = ConstellationIndex(entry.constellation);
         const int counter =
             constellation < 0 ? 0 : kConstellations[static_cast<std::size_t>(constellation)].counter;
         // Satellites without a counter of their own aren't shown either.
-        if (counter == 0)
+        if (counter == 0) {
             continue;
+        }
         ++visibleCount[static_cast<std::size_t>(counter)];
-        if (entry.cn0 == 0)
+        if (entry.cn0 == 0) {
             continue;
+        }
         ++trackedCount[static_cast<std::size_t>(counter)];
         if (entry.inuseFlag != 0) {
             ++usedCount[0];
@@ -42,8 +46,9 @@ void SignalTable::Fill(const RecordCopy& record)
         Signal signal{entry.svid, entry.cn0, entry.inuseFlag, 0.0F};
         if (memcpy_s(&signal.carrierFreq, sizeof(signal.carrierFreq),
                      record.Data() + offset + offsetof(gnss::Cn0Entry, carrierFreq),
-                     sizeof(signal.carrierFreq)) != 0)
+                     sizeof(signal.carrierFreq)) != 0) {
             qDebug().noquote().nospace() << "memcpy Cn0ViewWin freq error!";
+        }
         Add(constellation, signal);
     }
 }

@@ -54,8 +54,9 @@ SatellitesPosViewWin::SatellitesPosViewWin(QWidget* parent)
 void SatellitesPosViewWin::OnRecord(const void* buffer, int length)
 {
     const RecordCopy record(buffer, length, sizeof(gnss::SatPosRecord), "SatellitesPosViewWin");
-    if (record.IsDropped())
+    if (record.IsDropped()) {
         return;
+    }
     constexpr std::size_t first = offsetof(gnss::SatPosRecord, entry);
     const std::size_t count = record.HeldEntries(record.At<std::uint8_t>(0), first, sizeof(gnss::SatPosEntry));
     satList.clear();
@@ -82,10 +83,11 @@ void SatellitesPosViewWin::closeEvent(QCloseEvent* event)
 
 void SatellitesPosViewWin::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && m_legend.Click(event->localPos().toPoint()))
+    if (event->button() == Qt::LeftButton && m_legend.Click(event->localPos().toPoint())) {
         update();
-    else
+    } else {
         QWidget::mousePressEvent(event);
+    }
 }
 
 void SatellitesPosViewWin::paintEvent(QPaintEvent*)
@@ -106,8 +108,9 @@ void SatellitesPosViewWin::PaintStill(QPainter& painter) const
     PaintLegend(painter);
     painter.translate(width() / 2, height() / 2);
     // A view too low for a plot has none.
-    if (SkyGeometry::Radius(height()) <= 0.0F)
+    if (SkyGeometry::Radius(height()) <= 0.0F) {
         return;
+    }
     PaintScale(painter);
     PaintGrid(painter);
     PaintMap(painter);
@@ -122,9 +125,10 @@ void SatellitesPosViewWin::PaintLegend(QPainter& painter) const
 {
     m_legend.PaintIcons(painter);
     painter.setFont(LegendFont());
-    for (int row = 0; row < kLegendRows; ++row)
+    for (int row = 0; row < kLegendRows; ++row) {
         painter.drawText(ConstellationLegend::kTextX, m_legend.TextY(row),
                          kConstellations[static_cast<std::size_t>(row)].label);
+    }
 }
 
 QFont SatellitesPosViewWin::LegendFont() const
@@ -154,8 +158,9 @@ void SatellitesPosViewWin::PaintScale(QPainter& painter) const
         const double halfWidth = metrics.horizontalAdvance(text) / 2.0;
         const double outward = std::max(0.0, halfWidth - 7.0);
         QPointF middle((radius + outward) * std::sin(angle), -radius * std::cos(angle));
-        if (middle.y() - metrics.height() / 2.0 < legend.bottom() && middle.x() - halfWidth < legend.right())
+        if (middle.y() - metrics.height() / 2.0 < legend.bottom() && middle.x() - halfWidth < legend.right()) {
             middle.setX(std::min(legend.right() + halfWidth, 0.0));
+        }
         DrawCentred(painter, middle, text);
     }
 }
@@ -166,8 +171,9 @@ void SatellitesPosViewWin::PaintGrid(QPainter& painter) const
     const double unit = static_cast<double>(radius) / kBands;
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(Qt::black, 1.0));
-    for (int i = 1; i <= kBands; ++i)
+    for (int i = 1; i <= kBands; ++i) {
         painter.drawEllipse(QPointF(0.0, 0.0), i * unit, i * unit);
+    }
     painter.save();
     for (int i = 0; i < 12; ++i) {
         painter.drawLine(QPointF(-static_cast<double>(radius), 0.0), QPointF(static_cast<double>(radius), 0.0));
@@ -177,27 +183,31 @@ void SatellitesPosViewWin::PaintGrid(QPainter& painter) const
 
     // Each ring's zenith angle stands inside the ring, beside the line to the north.
     const int pixelSize = std::min(11, static_cast<int>(unit * 0.7));
-    if (pixelSize < kSmallestText)
+    if (pixelSize < kSmallestText) {
         return;
+    }
     painter.setFont(PixelFont(font(), pixelSize));
     const QFontMetricsF metrics(painter.font());
-    for (int i = 1; i <= kBands; ++i)
+    for (int i = 1; i <= kBands; ++i) {
         painter.drawText(QPointF(2.0, -i * unit + metrics.ascent()), QString::number(10 * i) + "°");
+    }
 }
 
 void SatellitesPosViewWin::PaintMap(QPainter& painter) const
 {
     const double radius = static_cast<double>(SkyGeometry::Radius(height()));
-    for (const SkyMap::Cell& cell : m_map.Cells())
+    for (const SkyMap::Cell& cell : m_map.Cells()) {
         painter.fillPath(SkyGeometry::CellPath(cell, radius), SignalRamp(cell.cn0));
+    }
 
     const int largest = std::min(12, static_cast<int>(radius / kBands * 0.7));
     for (const SkyMap::Cell& cell : m_map.Cells()) {
         const double middle = SkyGeometry::CellMiddle(cell, radius);
         // Two digits are as wide as they are high.
         const int fitting = std::min(largest, static_cast<int>(middle * 15.0 * 0.0174533 * 0.75));
-        if (fitting < kSmallestText)
+        if (fitting < kSmallestText) {
             continue;
+        }
         painter.save();
         painter.setFont(PixelFont(font(), fitting));
         painter.setPen(TextColourOn(SignalRamp(cell.cn0)));
@@ -230,16 +240,19 @@ void SatellitesPosViewWin::PaintSatellites(QPainter& painter)
 {
     const qreal ratio = painter.device()->devicePixelRatioF();
     const double radius = static_cast<double>(SkyGeometry::Radius(height()));
-    if (radius <= 0.0)
+    if (radius <= 0.0) {
         return;
+    }
     painter.setFont(PixelFont(font(), 13));
     for (const gnss::SatPosEntry& satellite : satList) {
         const int index = ConstellationIndex(satellite.constellation);
-        if (!ShowsConstellation(index))
+        if (!ShowsConstellation(index)) {
             continue;
+        }
         QColor fill = kConstellations[static_cast<std::size_t>(index)].Colour();
-        if (satellite.inuseFlag == 0)
+        if (satellite.inuseFlag == 0) {
             fill = satellite.cn0 != 0 ? QColor(Qt::gray) : palette().color(QPalette::Window);
+        }
         const QRect box =
             SkyGeometry::DotBox(SkyGeometry::Position(satellite.elevation, satellite.azimuth, radius));
         painter.drawPixmap(box.topLeft() - QPoint(kDotMargin, kDotMargin), Dot(fill, ratio));

@@ -33,11 +33,13 @@ void SkyMap::Fold(std::uint8_t elevation, std::uint16_t azimuth, std::uint8_t cn
     }
     const std::int64_t count = cell->count;
     const auto average = static_cast<std::uint8_t>((cell->cn0 * count + cn0) / (count + 1));
-    if (average != cell->cn0)
+    if (average != cell->cn0) {
         ++m_revision;
+    }
     cell->cn0 = average;
-    if (cell->count < std::numeric_limits<std::int32_t>::max())
+    if (cell->count < std::numeric_limits<std::int32_t>::max()) {
         ++cell->count;
+    }
 }
 
 void SkyMap::Clear()

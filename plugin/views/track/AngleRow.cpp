@@ -39,8 +39,9 @@ AngleRow::AngleRow(double largest, const QString& name, QWidget* parent)
 
 void AngleRow::SetAngle(double angle)
 {
-    if (std::isnan(angle))
+    if (std::isnan(angle)) {
         return;
+    }
     m_angle = std::clamp(angle, -m_largest, m_largest);
     Fill();
 }

@@ -28,8 +28,9 @@ bool DegreeSpinBox::IsNegative() const
 QString DegreeSpinBox::textFromValue(double number) const
 {
     const QString text = QDoubleSpinBox::textFromValue(number);
-    if (number == 0.0 && m_negative && decimals() == 0 && !text.startsWith('-'))
+    if (number == 0.0 && m_negative && decimals() == 0 && !text.startsWith('-')) {
         return '-' + text;
+    }
     return text;
 }
 

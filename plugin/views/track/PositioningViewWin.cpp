@@ -78,8 +78,9 @@ void PositioningViewWin::OnRecord(const void* buffer, int length)
 {
     const RecordCopy record(buffer, length, sizeof(gnss::PositionRecord), "PositioningViewWin");
     // A record cut short within its position holds none.
-    if (record.IsDropped() || record.Size() < offsetof(gnss::PositionRecord, altitude))
+    if (record.IsDropped() || record.Size() < offsetof(gnss::PositionRecord, altitude)) {
         return;
+    }
     ageSeconds = 0;
     ageTimer->stop();
     ageEdit->ShowAge(ageSeconds);
@@ -123,16 +124,18 @@ void PositioningViewWin::SlotSetLastPointAsCenterActTriggered()
 
 void PositioningViewWin::SlotZoomInActTriggered()
 {
-    if (scale < TrackGeometry::kSmallestZoomInScale)
+    if (scale < TrackGeometry::kSmallestZoomInScale) {
         return;
+    }
     scale = TrackGeometry::ZoomedIn(scale);
     update();
 }
 
 void PositioningViewWin::SlotZoomOutActTriggered()
 {
-    if (scale > TrackGeometry::kLargestZoomOutScale)
+    if (scale > TrackGeometry::kLargestZoomOutScale) {
         return;
+    }
     scale = TrackGeometry::ZoomedOut(scale);
     update();
 }
@@ -187,8 +190,9 @@ QFont PositioningViewWin::RingFont(int rings) const
         const int diameter = TrackGeometry::kFirstRing + i * TrackGeometry::kRingStep;
         widest = std::max(widest, metrics.horizontalAdvance(TrackGeometry::RingLabel(diameter, scale)));
     }
-    if (widest > room)
+    if (widest > room) {
         text.setPixelSize(std::max(6, text.pixelSize() * room / widest));
+    }
     return text;
 }
 
@@ -234,12 +238,14 @@ void PositioningViewWin::PaintTrack(QPainter& painter)
         for (std::size_t i = 0; i < count; ++i) {
             const QPointF dot = TrackGeometry::DotPosition(enus[i][0], enus[i][1], scale);
             m_dots.Add(dot.x(), dot.y());
-            if (done + i + 1 == trackPoints.size())
+            if (done + i + 1 == trackPoints.size()) {
                 m_dots.AddLast(dot.x(), dot.y());
+            }
         }
         done = converted ? done + count : trackPoints.size();
-        if (!converted)
+        if (!converted) {
             m_dots.AddLast(0.0, 0.0);
+        }
     }
     m_dots.Paint(painter);
 }
@@ -284,9 +290,10 @@ void PositioningViewWin::mouseReleaseEvent(QMouseEvent* event)
 
 void PositioningViewWin::wheelEvent(QWheelEvent* event)
 {
-    if (event->angleDelta().y() > 0)
+    if (event->angleDelta().y() > 0) {
         SlotZoomInActTriggered();
-    else
+    } else {
         SlotZoomOutActTriggered();
+    }
     event->accept();
 }

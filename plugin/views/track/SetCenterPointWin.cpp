@@ -62,8 +62,9 @@ void SetCenterPointWin::SlotShowModeChanged(int index)
 void SetCenterPointWin::SlotAverageBtnClicked()
 {
     const std::optional<TrackState::GeoPoint> mean = TrackGeometry::Average(TrackState::pointList);
-    if (!mean)
+    if (!mean) {
         return;
+    }
     m_longitude->SetAngle(mean->longitude);
     m_latitude->SetAngle(mean->latitude);
 }

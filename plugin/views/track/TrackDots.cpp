@@ -20,8 +20,9 @@ void TrackDots::Begin(const QSize& size, qreal devicePixelRatio)
 {
     const QSize pixels(std::max(1, static_cast<int>(std::ceil(size.width() * devicePixelRatio))),
                        std::max(1, static_cast<int>(std::ceil(size.height() * devicePixelRatio))));
-    if (devicePixelRatio != m_ratio)
+    if (devicePixelRatio != m_ratio) {
         RenderDot(devicePixelRatio);
+    }
     if (m_image.size() != pixels) {
         m_image = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
         m_touched = m_image.rect();
@@ -49,12 +50,14 @@ void TrackDots::Add(double x, double y)
 {
     int column = 0;
     int row = 0;
-    if (!Locate(x, y, column, row))
+    if (!Locate(x, y, column, row)) {
         return;
+    }
     std::uint8_t& stamped = m_stamped[static_cast<std::size_t>(row + m_dotBox.bottom()) * m_stride +
                                       static_cast<std::size_t>(column + m_dotBox.right())];
-    if (stamped != 0)
+    if (stamped != 0) {
         return;
+    }
     stamped = 1;
     Stamp(column, row, qRgb(0, 255, 0));
 }
@@ -63,14 +66,16 @@ void TrackDots::AddLast(double x, double y)
 {
     int column = 0;
     int row = 0;
-    if (Locate(x, y, column, row))
+    if (Locate(x, y, column, row)) {
         Stamp(column, row, qRgb(255, 0, 0));
+    }
 }
 
 void TrackDots::Paint(QPainter& painter) const
 {
-    if (m_touched.isEmpty())
+    if (m_touched.isEmpty()) {
         return;
+    }
     painter.drawImage(QPointF(m_touched.left() / m_ratio, m_touched.top() / m_ratio), m_image, QRectF(m_touched));
 }
 
@@ -94,8 +99,9 @@ void TrackDots::RenderDot(qreal devicePixelRatio)
         const QRgb* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
         for (int x = 0; x < image.width();) {
             const int start = x;
-            while (x < image.width() && line[x] != 0U)
+            while (x < image.width() && line[x] != 0U) {
                 ++x;
+            }
             if (x > start) {
                 m_dot.push_back({y - reach, start - reach, x - start});
                 m_dotBox |= QRect(start - reach, y - reach, x - start, 1);
@@ -112,8 +118,9 @@ bool TrackDots::Locate(double x, double y, int& column, int& row) const
     const double right = x * m_ratio + 0.5;
     const double down = y * m_ratio + 0.5;
     // The comparisons are false for what isn't a number.
-    if (!(right >= m_fromX && right < m_toX && down >= m_fromY && down < m_toY))
+    if (!(right >= m_fromX && right < m_toX && down >= m_fromY && down < m_toY)) {
         return false;
+    }
     column = Floor(right) + m_middleX;
     row = Floor(down) + m_middleY;
     return true;
@@ -125,8 +132,9 @@ void TrackDots::Stamp(int column, int row, QRgb colour)
     const bool whole = m_pixels.contains(box);
     for (const Span& span : m_dot) {
         const int y = row + span.row;
-        if (!whole && (y < 0 || y > m_pixels.bottom()))
+        if (!whole && (y < 0 || y > m_pixels.bottom())) {
             continue;
+        }
         int from = column + span.column;
         int to = from + span.length;
         if (!whole) {
@@ -134,8 +142,9 @@ void TrackDots::Stamp(int column, int row, QRgb colour)
             to = std::min(m_pixels.right() + 1, to);
         }
         QRgb* line = m_bits + static_cast<std::ptrdiff_t>(y) * m_pixels.width();
-        for (int i = from; i < to; ++i)
+        for (int i = from; i < to; ++i) {
             line[i] = colour;
+        }
     }
     m_touched |= whole ? box : box & m_pixels;
 }

@@ -18,13 +18,16 @@ bool AtLeast(double value, double limit)
 /// Where a scale stands within its decade: above 1 and up to 10. Zero for a scale that has no decade.
 double PlaceInDecade(double scale)
 {
-    if (!std::isfinite(scale) || scale <= 0.0)
+    if (!std::isfinite(scale) || scale <= 0.0) {
         return 0.0;
+    }
     double place = scale * 10.0;
-    while (place > 10.0 + kTolerance)
+    while (place > 10.0 + kTolerance) {
         place /= 10.0;
-    while (place <= 1.0 + kTolerance)
+    }
+    while (place <= 1.0 + kTolerance) {
         place *= 10.0;
+    }
     return place;
 }
 
@@ -43,30 +46,36 @@ QString Eight(double value)
 double ZoomedOut(double scale)
 {
     const double place = PlaceInDecade(scale);
-    if (AtLeast(place, 10.0))
+    if (AtLeast(place, 10.0)) {
         return scale * 2.5;
-    if (AtLeast(place, 2.5))
+    }
+    if (AtLeast(place, 2.5)) {
         return scale * 2.0;
+    }
     return scale;
 }
 
 double ZoomedIn(double scale)
 {
     const double place = PlaceInDecade(scale);
-    if (AtLeast(place, 5.0))
+    if (AtLeast(place, 5.0)) {
         return scale / 2.0;
-    if (AtLeast(place, 2.5))
+    }
+    if (AtLeast(place, 2.5)) {
         return scale / 2.5;
+    }
     return scale;
 }
 
 QString RingLabel(int diameter, double scale)
 {
     const float centimetres = static_cast<float>(diameter / 10 * scale);
-    if (centimetres >= 100000.0F)
+    if (centimetres >= 100000.0F) {
         return QString::number(static_cast<double>(centimetres) / 100000.0) + "km";
-    if (centimetres >= 100.0F)
+    }
+    if (centimetres >= 100.0F) {
         return QString::number(static_cast<double>(centimetres) / 100.0) + "m";
+    }
     return QString::number(static_cast<double>(centimetres)) + "cm";
 }
 
@@ -78,20 +87,24 @@ QString CentreText(double latitude, double longitude)
 std::optional<TrackState::GeoPoint> NewCentre(const std::vector<TrackState::GeoPoint>& points, bool useLastPoint,
                                               double centreLatitude)
 {
-    if (points.empty())
+    if (points.empty()) {
         return std::nullopt;
+    }
     if (useLastPoint) {
-        if (IsFinite(points.back()))
+        if (IsFinite(points.back())) {
             return points.back();
+        }
         return std::nullopt;
     }
     // A latitude below the limit counts as a centre not set yet. South of the equator it always is, so that there
     // the first point is taken at every paint, and so it is meant.
-    if (centreLatitude >= 1e-06)
+    if (centreLatitude >= 1e-06) {
         return std::nullopt;
+    }
     for (const TrackState::GeoPoint& point : points) {
-        if (IsFinite(point))
+        if (IsFinite(point)) {
             return point;
+        }
     }
     return std::nullopt;
 }
@@ -104,10 +117,12 @@ QPointF DotPosition(double east, double north, double scale)
 int RoundedPixel(double position)
 {
     const double rounded = std::round(position);
-    if (!(rounded > std::numeric_limits<int>::min()))
+    if (!(rounded > std::numeric_limits<int>::min())) {
         return std::isnan(rounded) ? 0 : std::numeric_limits<int>::min();
-    if (rounded >= std::numeric_limits<int>::max())
+    }
+    if (rounded >= std::numeric_limits<int>::max()) {
         return std::numeric_limits<int>::max();
+    }
     return static_cast<int>(rounded);
 }
 
@@ -121,8 +136,9 @@ TrackState::GeoPoint DragShift(int fromX, int fromY, int toX, int toY, double sc
 
 std::optional<TrackState::GeoPoint> Average(const std::vector<TrackState::GeoPoint>& points)
 {
-    if (points.empty())
+    if (points.empty()) {
         return std::nullopt;
+    }
     TrackState::GeoPoint sum{0.0, 0.0};
     for (const TrackState::GeoPoint& point : points) {
         sum.latitude += point.latitude;
@@ -130,8 +146,9 @@ std::optional<TrackState::GeoPoint> Average(const std::vector<TrackState::GeoPoi
     }
     const double count = static_cast<double>(points.size());
     const TrackState::GeoPoint mean{sum.latitude / count, sum.longitude / count};
-    if (!IsFinite(mean))
+    if (!IsFinite(mean)) {
         return std::nullopt;
+    }
     return mean;
 }
 
