@@ -56,8 +56,9 @@ std::string NoisyMixture()
         for (char& c : payload) {
             c = static_cast<char>(random());
         }
-        std::vector<std::uint8_t> frame(payload.size() + gnss::kFrameOverhead);
-        gnss::WriteFrame(frame.data(), frame.size(), gnss::RptMessage, 0, 0, payload.data(), payload.size());
+        std::vector<std::uint8_t> frame(payload.size() + protocol::kFrameOverhead);
+        protocol::WriteFrame(frame.data(), frame.size(), protocol::RptMessage, 0, 0, payload.data(),
+                             payload.size());
         bytes.append(frame.begin(), frame.end());
         bytes += payload;
     }
@@ -79,11 +80,11 @@ void RunDecode(benchmark::State& state, const std::string& bytes)
         state.SkipWithError("no captures");
         return;
     }
-    gnss::CallbackSink sink;
+    codec::CallbackSink sink;
     for (const std::uint32_t type : {0, 3, 100, 101, 102, 103, 200, 300, 400, 500, 501, 600, 601, 700, 701}) {
         sink.Register(type, Take);
     }
-    const auto codec = std::make_unique<gnss::Codec>(&sink);
+    const auto codec = std::make_unique<codec::Codec>(&sink);
     const std::size_t chunk = static_cast<std::size_t>(state.range(0));
     const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
     for (auto _ : state) {
@@ -115,7 +116,7 @@ void ConvertTrack(benchmark::State& state)
     double enu[3];
     for (auto _ : state) {
         position[0] += 1e-9;
-        gnss::GeodeticToEnu(centre, position, enu);
+        codec::GeodeticToEnu(centre, position, enu);
         benchmark::DoNotOptimize(enu);
     }
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));

@@ -26,18 +26,18 @@ void Take(const void* data, int length)
 
 int main()
 {
-    gnss::CallbackSink sink;
+    codec::CallbackSink sink;
     for (const std::uint32_t type : {0, 3, 100, 101, 102, 103, 200, 300, 400, 500, 501, 600, 601, 700, 701}) {
         sink.Register(type, Take);
     }
-    const auto codec = std::make_unique<gnss::Codec>(&sink);
+    const auto codec = std::make_unique<codec::Codec>(&sink);
     static std::uint8_t buffer[65536];
     std::size_t length;
     while ((length = std::fread(buffer, 1, sizeof buffer, stdin)) > 0) {
         codec->Decode(buffer, length);
     }
     codec->EndOfInput();
-    const gnss::LinkCounters& counters = codec->Counters();
+    const codec::LinkCounters& counters = codec->Counters();
     std::printf("%" PRIu64 " bytes, %" PRIu64 " sentences, %" PRIu64 " wrong, %" PRIu64 " records, check %" PRIu64
                 "\n",
                 counters.bytes, counters.sentences, counters.checksumErrors, g_records, g_sum);

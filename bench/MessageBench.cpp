@@ -31,18 +31,18 @@ using Records = std::array<QByteArray, 2>;
 
 template <typename Payload> QByteArray Record(std::uint32_t type, const Payload& payload)
 {
-    QByteArray record(static_cast<int>(gnss::kMessageHeaderSize + sizeof(payload)), '\0');
+    QByteArray record(static_cast<int>(protocol::kMessageHeaderSize + sizeof(payload)), '\0');
     std::memcpy(record.data(), &type, sizeof(type));
-    std::memcpy(record.data() + gnss::kMessageHeaderSize, &payload, sizeof(payload));
+    std::memcpy(record.data() + protocol::kMessageHeaderSize, &payload, sizeof(payload));
     return record;
 }
 
 QByteArray MeasRecord(int turn)
 {
-    gnss::MsgMeas meas{};
+    protocol::MsgMeas meas{};
     for (std::size_t i = 0; i < satellites; ++i) {
         const double step = static_cast<double>(i) + turn * 0.37;
-        gnss::MeasEntry& entry = meas.entry[i];
+        protocol::MeasEntry& entry = meas.entry[i];
         entry.svid = static_cast<std::uint8_t>(i + 1);
         entry.constellation = 'G';
         entry.cn0 = static_cast<std::uint8_t>(40 + turn);
@@ -59,25 +59,26 @@ QByteArray MeasRecord(int turn)
         entry.satSpeedY = 2234.56 - step;
         entry.satSpeedZ = 734.56 + step;
     }
-    return Record(gnss::MsgTypeMeas, meas);
+    return Record(protocol::MsgTypeMeas, meas);
 }
 
 QByteArray GsvRecord(int turn)
 {
-    gnss::MsgGsv gsv{};
-    for (gnss::GsvBlock& block : gsv.block) {
-        for (std::size_t i = 0; i < satellites / gnss::kMessageBlocks; ++i) {
+    protocol::MsgGsv gsv{};
+    for (protocol::GsvBlock& block : gsv.block) {
+        for (std::size_t i = 0; i < satellites / protocol::kMessageBlocks; ++i) {
             const auto number = static_cast<std::uint16_t>(2 * i + static_cast<std::size_t>(turn));
             block.row[i] = {static_cast<std::uint16_t>(number + 1), number, static_cast<std::uint16_t>(number * 3),
                             static_cast<std::uint16_t>(30 + number), number};
         }
     }
-    return Record(gnss::MsgTypeGsv, gsv);
+    return Record(protocol::MsgTypeGsv, gsv);
 }
 
 Records RecordsOf(std::uint32_t type)
 {
-    return type == gnss::MsgTypeMeas ? Records{MeasRecord(0), MeasRecord(1)} : Records{GsvRecord(0), GsvRecord(1)};
+    return type == protocol::MsgTypeMeas ? Records{MeasRecord(0), MeasRecord(1)}
+                                         : Records{GsvRecord(0), GsvRecord(1)};
 }
 
 /// Paints what is due now.
@@ -126,8 +127,8 @@ void RunNewItems(benchmark::State& state, std::uint32_t type, bool isShown)
     std::size_t turn = 0;
     for (auto _ : state) {
         const QByteArray& record = records[turn++ % records.size()];
-        const char* payload = record.constData() + gnss::kMessageHeaderSize;
-        const std::size_t size = static_cast<std::size_t>(record.size()) - gnss::kMessageHeaderSize;
+        const char* payload = record.constData() + protocol::kMessageHeaderSize;
+        const std::size_t size = static_cast<std::size_t>(record.size()) - protocol::kMessageHeaderSize;
         for (int block = 0; block < models.size(); ++block) {
             const std::size_t start =
                 shape->blockOffset + static_cast<std::size_t>(block) * shape->blockSize + shape->rowOffset;
@@ -157,14 +158,14 @@ int main(int argc, char** argv)
     const auto add = [](const char* name, auto function, auto... arguments) {
         benchmark::RegisterBenchmark(name, function, arguments...)->Unit(benchmark::kMicrosecond);
     };
-    add("Meas/Hidden", RunView, gnss::MsgTypeMeas, "GGA");
-    add("Meas/Hidden/NewItems", RunNewItems, gnss::MsgTypeMeas, false);
-    add("Meas/Shown", RunView, gnss::MsgTypeMeas, "Meas");
-    add("Meas/Shown/NewItems", RunNewItems, gnss::MsgTypeMeas, true);
-    add("GSV/Hidden", RunView, gnss::MsgTypeGsv, "GGA");
-    add("GSV/Hidden/NewItems", RunNewItems, gnss::MsgTypeGsv, false);
-    add("GSV/Shown", RunView, gnss::MsgTypeGsv, "GPS");
-    add("GSV/Shown/NewItems", RunNewItems, gnss::MsgTypeGsv, true);
+    add("Meas/Hidden", RunView, protocol::MsgTypeMeas, "GGA");
+    add("Meas/Hidden/NewItems", RunNewItems, protocol::MsgTypeMeas, false);
+    add("Meas/Shown", RunView, protocol::MsgTypeMeas, "Meas");
+    add("Meas/Shown/NewItems", RunNewItems, protocol::MsgTypeMeas, true);
+    add("GSV/Hidden", RunView, protocol::MsgTypeGsv, "GGA");
+    add("GSV/Hidden/NewItems", RunNewItems, protocol::MsgTypeGsv, false);
+    add("GSV/Shown", RunView, protocol::MsgTypeGsv, "GPS");
+    add("GSV/Shown/NewItems", RunNewItems, protocol::MsgTypeGsv, true);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

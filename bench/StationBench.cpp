@@ -73,12 +73,12 @@ int Scan()
     long sentences = 0;
     long epochs = 0;
     unsigned strongest = 0;
-    NmeaBuff buff = {};
+    protocol::NmeaBuff buff = {};
     EpochStore store;
     for (std::size_t count = 0; (count = std::fread(chunk, 1, sizeof chunk, stdin)) > 0;) {
         const char* position = chunk;
-        NmeaSentence sentence;
-        while (NextNmeaSentence(buff, position, chunk + count, EndsInLine, sentence)) {
+        protocol::NmeaSentence sentence;
+        while (protocol::NextNmeaSentence(buff, position, chunk + count, protocol::EndsInLine, sentence)) {
             ++sentences;
             const std::string_view text(sentence.text, sentence.length);
             if (HoldsGga(text)) {
@@ -113,10 +113,10 @@ double FixedSeconds(const QString& imagePath)
     if (!file.open(QIODevice::ReadOnly)) {
         return 0.0;
     }
-    FirmwareImage image([&file](char* out, std::size_t size) {
+    protocol::FirmwareImage image([&file](char* out, std::size_t size) {
         return static_cast<std::size_t>(std::max<qint64>(file.read(out, static_cast<qint64>(size)), 0));
     });
-    FirmwareRecord record;
+    protocol::FirmwareRecord record;
     int milliseconds = FirmwareLoad::versionWaitMs + startWaitMs;
     image.ReadHeader();
     while (image.Next(record)) {

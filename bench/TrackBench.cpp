@@ -28,8 +28,8 @@ void FillView(PositioningViewWin& view, int points)
 {
     std::mt19937 random(1);
     std::normal_distribution<double> noise(0.0, 1e-5);
-    gnss::PositionRecord record{};
-    record.fixMode = gnss::FixAutonomous;
+    protocol::PositionRecord record{};
+    record.fixMode = protocol::FixAutonomous;
     for (int i = 0; i < points; ++i) {
         const double turn = i * 2.0 * 3.14159265 / 36000.0;
         record.latitude = 39.972 + 2e-4 * std::sin(turn) + noise(random);

@@ -1,8 +1,8 @@
 #include "codec/CallbackSink.h"
 
-namespace gnss {
+namespace codec {
 
-GnssCallback* CallbackSink::Find(std::uint32_t type)
+protocol::GnssCallback* CallbackSink::Find(std::uint32_t type)
 {
     for (std::size_t i = 0; i < kCount; ++i) {
         if (kTypes[i] == type) {
@@ -12,26 +12,26 @@ GnssCallback* CallbackSink::Find(std::uint32_t type)
     return nullptr;
 }
 
-void CallbackSink::Register(std::uint32_t type, GnssCallback callback)
+void CallbackSink::Register(std::uint32_t type, protocol::GnssCallback callback)
 {
-    if (GnssCallback* slot = Find(type)) {
+    if (protocol::GnssCallback* slot = Find(type)) {
         *slot = callback;
     }
 }
 
 void CallbackSink::Clear()
 {
-    for (GnssCallback& callback : m_callbacks) {
+    for (protocol::GnssCallback& callback : m_callbacks) {
         callback = nullptr;
     }
 }
 
-void CallbackSink::OnRecord(GnssCbType type, const void* data, std::size_t length)
+void CallbackSink::OnRecord(protocol::GnssCbType type, const void* data, std::size_t length)
 {
-    const GnssCallback* slot = Find(type);
+    const protocol::GnssCallback* slot = Find(type);
     if (slot != nullptr && *slot != nullptr) {
         (*slot)(data, static_cast<int>(length));
     }
 }
 
-} // namespace gnss
+} // namespace codec

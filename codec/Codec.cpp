@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace gnss {
+namespace codec {
 
 Codec::Codec(RecordSink* sink)
     : m_sink(sink != nullptr ? sink : &m_nowhere), m_parser(*this), m_epochs(*this, m_fixes), m_reports(m_fixes)
@@ -131,7 +131,7 @@ void Codec::DeliverSentPackages()
 {
     // A record's receiver may send again: what it adds waits for the next call.
     const std::size_t count = m_sentCount;
-    PackageRecord sent[kMaxQueuedPackages];
+    protocol::PackageRecord sent[kMaxQueuedPackages];
     std::copy(m_sent, m_sent + count, sent);
     m_sentCount = 0;
     for (std::size_t i = 0; i < count; ++i) {
@@ -142,12 +142,12 @@ void Codec::DeliverSentPackages()
 void Codec::OnSentence(const char* text, std::size_t length, std::size_t total)
 {
     char* slot = m_text.slot[m_text.count];
-    const std::size_t size = std::min(total, kNmeaSlotSize - 1);
+    const std::size_t size = std::min(total, protocol::kNmeaSlotSize - 1);
     std::memcpy(slot, text, size);
     slot[size] = '\0';
     ++m_text.count;
     m_sink->OnSentence(text, length);
-    if (m_text.count == kNmeaSlots) {
+    if (m_text.count == protocol::kNmeaSlots) {
         FlushText();
     }
     m_epochs.Take(text, length);
@@ -178,31 +178,31 @@ void Codec::FlushText()
     m_text.count = 0;
 }
 
-void Codec::OnFrame(const FrameView& frame)
+void Codec::OnFrame(const protocol::FrameView& frame)
 {
     RecordSink& sink = BeginRecords();
-    PackageRecord package{};
-    package.type = kFrameClass;
+    protocol::PackageRecord package{};
+    package.type = protocol::kFrameClass;
     package.subType = frame.id;
     package.length = static_cast<std::uint16_t>(frame.payloadLength);
     sink.OnPackage(package);
 
-    if (frame.id == RptAck) {
-        if (frame.payloadLength >= sizeof(CbRecvAckType)) {
-            CbRecvAckType ack;
+    if (frame.id == protocol::RptAck) {
+        if (frame.payloadLength >= sizeof(protocol::CbRecvAckType)) {
+            protocol::CbRecvAckType ack;
             std::memcpy(&ack, frame.payload, sizeof ack);
             m_sink->OnAck(ack);
         }
-    } else if (frame.id == RptSleep) {
+    } else if (frame.id == protocol::RptSleep) {
         TakeSleepNotice(frame);
-    } else if (frame.id == RptHistory) {
+    } else if (frame.id == protocol::RptHistory) {
         TakeHistory(frame);
-    } else if (frame.id >= RptMessage && frame.id <= kRptMessageLast) {
+    } else if (frame.id >= protocol::RptMessage && frame.id <= protocol::kRptMessageLast) {
         TakeMessage(frame);
     }
 }
 
-void Codec::TakeSleepNotice(const FrameView& frame)
+void Codec::TakeSleepNotice(const protocol::FrameView& frame)
 {
     const bool workWaiting = frame.payloadLength > 0 && frame.payload[0] == 1;
     if (frame.payloadLength > 0 && (workWaiting || !m_mayUseSleep)) {
@@ -210,7 +210,7 @@ void Codec::TakeSleepNotice(const FrameView& frame)
     }
 }
 
-void Codec::TakeHistory(const FrameView& frame)
+void Codec::TakeHistory(const protocol::FrameView& frame)
 {
     switch (m_history.Take(frame)) {
     case HistoryAssembler::Result::Complete:
@@ -224,10 +224,10 @@ void Codec::TakeHistory(const FrameView& frame)
     }
 }
 
-void Codec::TakeMessage(const FrameView& frame)
+void Codec::TakeMessage(const protocol::FrameView& frame)
 {
-    const std::uint32_t msgType = static_cast<std::uint32_t>(frame.id - RptMessage);
-    const MessageLayout* layout = FindMessageLayout(msgType);
+    const std::uint32_t msgType = static_cast<std::uint32_t>(frame.id - protocol::RptMessage);
+    const protocol::MessageLayout* layout = protocol::FindMessageLayout(msgType);
     if (layout == nullptr) {
         return;
     }
@@ -237,18 +237,18 @@ void Codec::TakeMessage(const FrameView& frame)
         return;
     }
     // Tail padding that the receiver left out is filled up.
-    std::uint8_t record[kMessageHeaderSize + sizeof(MsgMeas)] = {};
-    static_assert(sizeof(MsgMeas) >= sizeof(MsgGsv), "the largest message");
+    std::uint8_t record[protocol::kMessageHeaderSize + sizeof(protocol::MsgMeas)] = {};
+    static_assert(sizeof(protocol::MsgMeas) >= sizeof(protocol::MsgGsv), "the largest message");
     std::memcpy(record, &msgType, sizeof msgType);
-    std::memcpy(record + kMessageHeaderSize, frame.payload, frame.payloadLength);
+    std::memcpy(record + protocol::kMessageHeaderSize, frame.payload, frame.payloadLength);
     m_sink->OnMessage(msgType, record, layout->fullPayload);
-    if (msgType == MsgTypeLoc) {
-        MsgLoc loc;
-        std::memcpy(&loc, record + kMessageHeaderSize, sizeof loc);
+    if (msgType == protocol::MsgTypeLoc) {
+        protocol::MsgLoc loc;
+        std::memcpy(&loc, record + protocol::kMessageHeaderSize, sizeof loc);
         m_reports.Take(*m_sink, loc, m_epochs.TakeToldPosition());
-    } else if (msgType == MsgTypeMeas) {
-        MsgMeas meas;
-        std::memcpy(&meas, record + kMessageHeaderSize, sizeof meas);
+    } else if (msgType == protocol::MsgTypeMeas) {
+        protocol::MsgMeas meas;
+        std::memcpy(&meas, record + protocol::kMessageHeaderSize, sizeof meas);
         m_reports.Take(*m_sink, meas, m_epochs.TakeToldSatellites());
     }
 }
@@ -264,4 +264,4 @@ void Codec::Log(int line, const char* function, const char* format, ...)
     va_end(arguments);
 }
 
-} // namespace gnss
+} // namespace codec

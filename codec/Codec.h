@@ -12,7 +12,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace gnss {
+namespace codec {
 
 /// Signature of the log handler of the boundary.
 using LogHandler = void (*)(const char* file, int line, const char* function, const char* format,
@@ -52,16 +52,16 @@ public:
 private:
     void OnSentence(const char* text, std::size_t length, std::size_t total) override;
     void OnBadChecksum(const char* text, std::size_t length) override;
-    void OnFrame(const FrameView& frame) override;
+    void OnFrame(const protocol::FrameView& frame) override;
     RecordSink& BeginRecords() override;
 
     void DecodeNow(const std::uint8_t* data, std::size_t length);
     void ResetNow();
     void FlushText();
     void DeliverSentPackages();
-    void TakeSleepNotice(const FrameView& frame);
-    void TakeHistory(const FrameView& frame);
-    void TakeMessage(const FrameView& frame);
+    void TakeSleepNotice(const protocol::FrameView& frame);
+    void TakeHistory(const protocol::FrameView& frame);
+    void TakeMessage(const protocol::FrameView& frame);
     void Log(int line, const char* function, const char* format, ...) __attribute__((format(printf, 4, 5)));
 
     RecordSink m_nowhere;
@@ -73,8 +73,8 @@ private:
     EpochBuilder m_epochs;
     ReportEpochs m_reports;
     HistoryAssembler m_history;
-    NmeaText m_text;
-    PackageRecord m_sent[kMaxQueuedPackages];
+    protocol::NmeaText m_text;
+    protocol::PackageRecord m_sent[kMaxQueuedPackages];
     std::size_t m_sentCount = 0;
     bool m_decoding = false;
     bool m_resetPending = false;
@@ -85,4 +85,4 @@ private:
     static constexpr std::uint64_t kFirstDropLog = 1024;
 };
 
-} // namespace gnss
+} // namespace codec

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace gnss {
+namespace codec {
 
 namespace {
 
@@ -93,4 +93,4 @@ void EarthCentredToEnu(const double place[3], double x, double y, double z, doub
     Rotate(from, x - from.x, y - from.y, z - from.z, enu);
 }
 
-} // namespace gnss
+} // namespace codec

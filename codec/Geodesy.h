@@ -1,6 +1,6 @@
 #pragma once
 
-namespace gnss {
+namespace codec {
 
 /// Local east, north and up of a position as seen from a reference, in metres, exact on the WGS 84 ellipsoid
 /// (geodetic to earth-centred to local). `reference` and `position` hold latitude and longitude in degrees
@@ -16,4 +16,4 @@ void GeodeticToEnu(const double reference[3], const double position[3], double e
 /// The same for a point in earth-centred metres; `place` holds latitude, longitude (degrees) and height.
 void EarthCentredToEnu(const double place[3], double x, double y, double z, double enu[3]);
 
-} // namespace gnss
+} // namespace codec

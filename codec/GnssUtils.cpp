@@ -7,11 +7,11 @@
 namespace {
 
 bool g_initialised = false;
-gnss::CallbackSink g_sink;
+codec::CallbackSink g_sink;
 
-gnss::Codec& TheCodec()
+codec::Codec& TheCodec()
 {
-    static gnss::Codec codec;
+    static codec::Codec codec;
     return codec;
 }
 
@@ -29,20 +29,20 @@ int InitGnssUtils()
 void RegGnssCallbacks(std::uint32_t type, void* callback)
 {
     if (g_initialised) {
-        g_sink.Register(type, reinterpret_cast<GnssCallback>(callback));
+        g_sink.Register(type, reinterpret_cast<protocol::GnssCallback>(callback));
     }
 }
 
 void RegLogHandle(void* handler)
 {
     if (g_initialised) {
-        TheCodec().SetLogHandler(reinterpret_cast<gnss::LogHandler>(handler));
+        TheCodec().SetLogHandler(reinterpret_cast<codec::LogHandler>(handler));
     }
 }
 
 int GetLibVersion()
 {
-    return gnss::Codec::kVersion;
+    return codec::Codec::kVersion;
 }
 
 void SetChipType(std::uint32_t) {}
@@ -69,7 +69,7 @@ void GnssSleepSwitch(std::uint32_t flag)
 
 void Lla2Enu(const double ref[3], const double pos[3], double enu[3])
 {
-    gnss::GeodeticToEnu(ref, pos, enu);
+    codec::GeodeticToEnu(ref, pos, enu);
 }
 
 void DeinitGnss(std::uint32_t)

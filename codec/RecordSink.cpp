@@ -1,79 +1,79 @@
 #include "codec/RecordSink.h"
 
-namespace gnss {
+namespace codec {
 
-void RecordSink::OnRecord(GnssCbType, const void*, std::size_t) {}
+void RecordSink::OnRecord(protocol::GnssCbType, const void*, std::size_t) {}
 
 void RecordSink::OnSentence(const char*, std::size_t) {}
 
-void RecordSink::OnNmeaText(const NmeaText& record)
+void RecordSink::OnNmeaText(const protocol::NmeaText& record)
 {
-    OnRecord(CB_NMEA, &record, sizeof record);
+    OnRecord(protocol::CB_NMEA, &record, sizeof record);
 }
 
-void RecordSink::OnPackage(const PackageRecord& record)
+void RecordSink::OnPackage(const protocol::PackageRecord& record)
 {
-    OnRecord(CB_PACKAGE, &record, sizeof record);
+    OnRecord(protocol::CB_PACKAGE, &record, sizeof record);
 }
 
-void RecordSink::OnCn0(const Cn0Record& record)
+void RecordSink::OnCn0(const protocol::Cn0Record& record)
 {
-    OnRecord(CB_CN0, &record, 1 + record.count * sizeof(Cn0Entry));
+    OnRecord(protocol::CB_CN0, &record, 1 + record.count * sizeof(protocol::Cn0Entry));
 }
 
-void RecordSink::OnPosition(const PositionRecord& record)
+void RecordSink::OnPosition(const protocol::PositionRecord& record)
 {
-    OnRecord(CB_POSITION, &record, sizeof record);
+    OnRecord(protocol::CB_POSITION, &record, sizeof record);
 }
 
-void RecordSink::OnSatPos(const SatPosRecord& record)
+void RecordSink::OnSatPos(const protocol::SatPosRecord& record)
 {
-    OnRecord(CB_SAT_POS, &record, 2 + record.count * sizeof(SatPosEntry));
+    OnRecord(protocol::CB_SAT_POS, &record, 2 + record.count * sizeof(protocol::SatPosEntry));
 }
 
-void RecordSink::OnCompass(const CompassRecord& record)
+void RecordSink::OnCompass(const protocol::CompassRecord& record)
 {
-    OnRecord(CB_COMPASS, &record, sizeof record);
+    OnRecord(protocol::CB_COMPASS, &record, sizeof record);
 }
 
-void RecordSink::OnFix(const FixRecord& record)
+void RecordSink::OnFix(const protocol::FixRecord& record)
 {
-    OnRecord(CB_DATA, &record, sizeof record);
+    OnRecord(protocol::CB_DATA, &record, sizeof record);
 }
 
 void RecordSink::OnMessage(std::uint32_t, const std::uint8_t* record, std::size_t payloadLength)
 {
-    OnRecord(CB_MESSAGE, record, kMessageHeaderSize + payloadLength);
+    OnRecord(protocol::CB_MESSAGE, record, protocol::kMessageHeaderSize + payloadLength);
 }
 
-void RecordSink::OnAck(const CbRecvAckType& record)
+void RecordSink::OnAck(const protocol::CbRecvAckType& record)
 {
-    OnRecord(CB_ACK, &record, sizeof record);
+    OnRecord(protocol::CB_ACK, &record, sizeof record);
 }
 
 void RecordSink::OnWakeUpNeeded()
 {
-    OnRecord(CB_SLEEP_WAKEUP, nullptr, 0);
+    OnRecord(protocol::CB_SLEEP_WAKEUP, nullptr, 0);
 }
 
-void RecordSink::OnKpiFix(const KpiFixRecord& record)
+void RecordSink::OnKpiFix(const protocol::KpiFixRecord& record)
 {
-    OnRecord(CB_KPI_POSITION, &record, sizeof record);
+    OnRecord(protocol::CB_KPI_POSITION, &record, sizeof record);
 }
 
-void RecordSink::OnKpiCn0(const KpiCn0Record& record)
+void RecordSink::OnKpiCn0(const protocol::KpiCn0Record& record)
 {
-    OnRecord(CB_KPI_SATELLITE, &record, 1 + record.count * sizeof(KpiCn0Entry));
+    OnRecord(protocol::CB_KPI_SATELLITE, &record, 1 + record.count * sizeof(protocol::KpiCn0Entry));
 }
 
 void RecordSink::OnFirstFix()
 {
-    OnRecord(CB_FIRST_FIX, nullptr, 0);
+    OnRecord(protocol::CB_FIRST_FIX, nullptr, 0);
 }
 
 void RecordSink::OnHistory(const std::uint8_t* block, std::size_t length)
 {
-    OnRecord(CB_HIS_INFO, block, length);
+    OnRecord(protocol::CB_HIS_INFO, block, length);
 }
 
-} // namespace gnss
+} // namespace codec

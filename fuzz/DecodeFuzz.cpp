@@ -20,29 +20,29 @@ void Require(bool condition)
 }
 
 /// Checks every record and keeps a running hash of all but the text's grouping.
-class CheckingSink : public gnss::RecordSink {
+class CheckingSink : public codec::RecordSink {
 public:
-    void OnRecord(GnssCbType type, const void* data, std::size_t length) override
+    void OnRecord(protocol::GnssCbType type, const void* data, std::size_t length) override
     {
         const auto* bytes = static_cast<const std::uint8_t*>(data);
         switch (type) {
-        case CB_CN0:
+        case protocol::CB_CN0:
             Require(length == 1U + bytes[0] * 8U);
             break;
-        case CB_SAT_POS:
+        case protocol::CB_SAT_POS:
             Require(length == 2U + bytes[0] * 8U);
             break;
-        case CB_KPI_SATELLITE:
+        case protocol::CB_KPI_SATELLITE:
             Require(length == 1U + bytes[0] * 4U);
             break;
-        case CB_HIS_INFO:
-            Require(length <= gnss::kMaxHistoryBlock);
+        case protocol::CB_HIS_INFO:
+            Require(length <= protocol::kMaxHistoryBlock);
             break;
-        case CB_MESSAGE: {
+        case protocol::CB_MESSAGE: {
             std::uint32_t msgType;
             Require(length > sizeof msgType);
             std::memcpy(&msgType, bytes, sizeof msgType);
-            const gnss::MessageLayout* layout = gnss::FindMessageLayout(msgType);
+            const protocol::MessageLayout* layout = protocol::FindMessageLayout(msgType);
             Require(layout != nullptr && length == sizeof msgType + layout->fullPayload);
             break;
         }
@@ -52,19 +52,19 @@ public:
         Mix(bytes, length);
         ++records;
     }
-    void OnNmeaText(const gnss::NmeaText& record) override
+    void OnNmeaText(const protocol::NmeaText& record) override
     {
-        Require(record.count > 0 && record.count <= gnss::kNmeaSlots);
+        Require(record.count > 0 && record.count <= protocol::kNmeaSlots);
         for (int i = 0; i < record.count; ++i) {
             Require(record.slot[i][0] == '$' &&
-                    strnlen(record.slot[i], gnss::kNmeaSlotSize) < gnss::kNmeaSlotSize);
+                    strnlen(record.slot[i], protocol::kNmeaSlotSize) < protocol::kNmeaSlotSize);
         }
     }
     void OnSentence(const char* text, std::size_t length) override
     {
         Mix(reinterpret_cast<const std::uint8_t*>(text), length);
     }
-    void OnFix(const gnss::FixRecord& fix) override
+    void OnFix(const protocol::FixRecord& fix) override
     {
         Require(fix.latitude >= -90 && fix.latitude <= 90 && fix.longitude >= -180 && fix.longitude <= 180);
         Require(fix.hour < 24 && fix.minute < 60 && fix.second >= 0 && fix.second < 61);
@@ -88,7 +88,7 @@ private:
 std::uint64_t Decode(const std::uint8_t* data, std::size_t size, const std::uint8_t* cuts, std::size_t cutCount)
 {
     CheckingSink sink;
-    const auto codec = std::make_unique<gnss::Codec>(&sink);
+    const auto codec = std::make_unique<codec::Codec>(&sink);
     std::size_t at = 0;
     for (std::size_t i = 0; at < size; ++i) {
         std::size_t piece = cutCount == 0 ? size : 1U + cuts[i % cutCount];

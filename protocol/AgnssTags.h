@@ -5,7 +5,7 @@
 
 #include "protocol/LinkFrame.h"
 
-namespace gnss {
+namespace protocol {
 
 // A tag is a constellation's base plus a data kind.
 constexpr std::uint16_t kTagGps = 0;
@@ -54,4 +54,4 @@ constexpr const AgnssTag* FindAgnssTag(std::uint16_t tag)
     return nullptr;
 }
 
-} // namespace gnss
+} // namespace protocol

@@ -22,7 +22,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace gnss {
+namespace protocol {
 
 enum class AssistKind : std::uint8_t {
     Time = 1,
@@ -408,4 +408,4 @@ inline bool ReadAssistGrid(ImageReader body, AssistGrid& grid)
     return body.AtEnd();
 }
 
-} // namespace gnss
+} // namespace protocol

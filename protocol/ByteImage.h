@@ -7,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-namespace gnss {
+namespace protocol {
 
 /// CRC-32, reflected, polynomial 0xEDB88320, start and final value all ones.
 inline std::uint32_t Crc32(const std::uint8_t* bytes, std::size_t length)
@@ -127,4 +127,4 @@ private:
     bool m_good = true;
 };
 
-} // namespace gnss
+} // namespace protocol

@@ -7,7 +7,7 @@
 #include "protocol/AssistPayloads.h"
 #include "protocol/LinkFrame.h"
 
-namespace gnss {
+namespace protocol {
 
 /// One accepted form of a command. An id with several accepted lengths or first words has several rows.
 struct CommandForm {
@@ -107,4 +107,4 @@ constexpr CommandCheck CheckCommand(std::uint16_t id, std::uint16_t word1, std::
     return result;
 }
 
-} // namespace gnss
+} // namespace protocol

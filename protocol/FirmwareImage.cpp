@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+namespace protocol {
+
 bool FirmwareRecord::Terminates() const
 {
     return message.size() >= std::size(kTerminatingStart) &&
@@ -32,3 +34,5 @@ bool FirmwareImage::Next(FirmwareRecord& record)
     record.whole = got == sizeof field && record.message.size() == length;
     return true;
 }
+
+} // namespace protocol

@@ -4,6 +4,8 @@
 #include <functional>
 #include <string>
 
+namespace protocol {
+
 // The firmware image file: a script of messages for the chip's loader. docs/firmware-image.md describes it.
 // Free of Qt: the windows, the image tool and the tests share it.
 //
@@ -42,3 +44,5 @@ public:
 private:
     ImageSource m_source;
 };
+
+} // namespace protocol

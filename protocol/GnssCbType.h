@@ -1,5 +1,7 @@
 #pragma once
 
+namespace protocol {
+
 /// Callback numbers of the codec boundary. Free of Qt, so that the codec itself can use it.
 enum GnssCbType : unsigned {
     CB_NMEA = 0,            ///< NmeaText
@@ -21,3 +23,5 @@ enum GnssCbType : unsigned {
 
 /// Signature of every callback; it is called from inside GnssDecode, on the caller's thread.
 using GnssCallback = void (*)(const void* data, int length);
+
+} // namespace protocol

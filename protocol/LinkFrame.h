@@ -20,7 +20,7 @@
 #include <cstdint>
 #include <cstring>
 
-namespace gnss {
+namespace protocol {
 
 constexpr std::uint8_t kFrameFlag = 0x7E;
 constexpr std::uint8_t kFrameClass = 0x04;
@@ -176,4 +176,4 @@ inline bool ReadFrame(const std::uint8_t* p, std::size_t length, FrameView& fram
     return true;
 }
 
-} // namespace gnss
+} // namespace protocol

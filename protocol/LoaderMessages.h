@@ -19,7 +19,7 @@
 //
 // All fields are little-endian. The terminating message stands outside this form.
 
-namespace vrx {
+namespace protocol {
 
 enum class LoaderMessage : std::uint8_t {
     Begin = 1, ///< u32 size of the firmware, then its version as text
@@ -75,4 +75,4 @@ inline std::string MakeLoaderMessage(LoaderMessage kind, std::uint32_t number, s
     return message;
 }
 
-} // namespace vrx
+} // namespace protocol

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace gnss {
+namespace protocol {
 
 enum MessageType : std::uint32_t {
     MsgTypeGga = 0,
@@ -291,4 +291,4 @@ constexpr const MessageLayout* FindMessageLayout(std::uint32_t msgType)
     return nullptr;
 }
 
-} // namespace gnss
+} // namespace protocol

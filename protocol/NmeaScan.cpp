@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+namespace protocol {
+
 namespace {
 
 /// What a look at the input behind a '$' has found.
@@ -105,3 +107,5 @@ bool NextNmeaSentence(NmeaBuff& buff, const char*& p, const char* end, NmeaEndin
     }
     return false;
 }
+
+} // namespace protocol

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace protocol {
+
 // Finds well-shaped NMEA sentences in bytes of any kind. Free of Qt: the windows and the command line share it.
 // It looks at the shape alone: no checksum is computed, and the bytes inside a sentence may have any value.
 
@@ -34,3 +36,5 @@ bool EndsInChecksum(const char* text, std::size_t length);
 /// `buff` carries a sentence from one block of input to the next; what is found depends on the bytes alone
 /// and not on their division into blocks. A '$' inside a sentence begins a new one and drops the old.
 bool NextNmeaSentence(NmeaBuff& buff, const char*& p, const char* end, NmeaEnding ending, NmeaSentence& sentence);
+
+} // namespace protocol

@@ -10,7 +10,7 @@
 
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the record images are little-endian");
 
-namespace gnss {
+namespace protocol {
 
 /// Fix modes of FixRecord, PositionRecord and CompassRecord (the numbers of NMEA's GGA quality field).
 enum FixMode : std::uint8_t {
@@ -173,6 +173,6 @@ struct CbRecvAckType {
 };
 static_assert(sizeof(CbRecvAckType) == 4);
 
-} // namespace gnss
+} // namespace protocol
 
 #include "protocol/MessageRecords.h"

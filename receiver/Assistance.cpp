@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -12,10 +12,10 @@ constexpr Millis kUsableTimeError = 3600000;
 // What a satellite's predicted place may err, in metres, before it leads the search astray.
 constexpr double kUsableOrbitError = 5000.0;
 
-static_assert(kSystems == gnss::kAssistSystems);
-static_assert(static_cast<int>(System::Glonass) == static_cast<int>(gnss::AssistSystem::Glonass));
+static_assert(kSystems == protocol::kAssistSystems);
+static_assert(static_cast<int>(System::Glonass) == static_cast<int>(protocol::AssistSystem::Glonass));
 
-std::size_t IndexOf(gnss::AssistSystem system, std::uint8_t number)
+std::size_t IndexOf(protocol::AssistSystem system, std::uint8_t number)
 {
     const std::vector<Orbit>& orbits = AllOrbits();
     std::size_t i = 0;
@@ -26,7 +26,7 @@ std::size_t IndexOf(gnss::AssistSystem system, std::uint8_t number)
     return i;
 }
 
-void TakeEphemeris(gnss::AssistSystem system, const gnss::AssistOrbit& orbit, Millis utc, Memory& memory)
+void TakeEphemeris(protocol::AssistSystem system, const protocol::AssistOrbit& orbit, Millis utc, Memory& memory)
 {
     const std::size_t index = IndexOf(system, orbit.number);
     const Millis toe = orbit.toe * Millis{1000};
@@ -44,7 +44,7 @@ void TakeEphemeris(gnss::AssistSystem system, const gnss::AssistOrbit& orbit, Mi
 
 } // namespace
 
-Vector3 PredictedPosition(const gnss::AssistOrbit& orbit, Millis utc)
+Vector3 PredictedPosition(const protocol::AssistOrbit& orbit, Millis utc)
 {
     const double elapsed = static_cast<double>(utc - orbit.toe * Millis{1000}) / 1000.0;
     const double u = orbit.argument + std::sqrt(kGravity / (orbit.radius * orbit.radius * orbit.radius)) * elapsed;
@@ -60,70 +60,71 @@ bool TimeHelps(Millis injected, Millis utc)
     return std::llabs(injected - utc) <= kUsableTimeError;
 }
 
-bool AssistanceValid(const gnss::AssistForm& form, const std::uint8_t* payload, std::size_t length)
+bool AssistanceValid(const protocol::AssistForm& form, const std::uint8_t* payload, std::size_t length)
 {
-    gnss::AssistHeader header;
-    gnss::ImageReader body(nullptr, 0);
-    if (!gnss::ReadAssistHeader(payload, length, header, body) || header.kind != form.kind ||
-        (form.systems & gnss::SystemBit(header.system)) == 0) {
+    protocol::AssistHeader header;
+    protocol::ImageReader body(nullptr, 0);
+    if (!protocol::ReadAssistHeader(payload, length, header, body) || header.kind != form.kind ||
+        (form.systems & protocol::SystemBit(header.system)) == 0) {
         return false;
     }
     switch (form.kind) {
-    case gnss::AssistKind::Ephemeris: {
-        std::vector<gnss::AssistOrbit> orbits;
-        return gnss::ReadAssistEphemeris(header, body, orbits);
+    case protocol::AssistKind::Ephemeris: {
+        std::vector<protocol::AssistOrbit> orbits;
+        return protocol::ReadAssistEphemeris(header, body, orbits);
     }
-    case gnss::AssistKind::Channels: {
-        std::vector<gnss::AssistChannel> channels;
-        return gnss::ReadAssistChannels(header, body, channels);
+    case protocol::AssistKind::Channels: {
+        std::vector<protocol::AssistChannel> channels;
+        return protocol::ReadAssistChannels(header, body, channels);
     }
-    case gnss::AssistKind::Time: {
-        gnss::AssistTime time;
-        return header.count == 1 && gnss::ReadAssistTime(body, time);
+    case protocol::AssistKind::Time: {
+        protocol::AssistTime time;
+        return header.count == 1 && protocol::ReadAssistTime(body, time);
     }
-    case gnss::AssistKind::Utc: {
-        gnss::AssistUtc model;
-        return header.count == 1 && gnss::ReadAssistUtc(body, model);
+    case protocol::AssistKind::Utc: {
+        protocol::AssistUtc model;
+        return header.count == 1 && protocol::ReadAssistUtc(body, model);
     }
-    case gnss::AssistKind::Ionosphere: {
-        gnss::AssistIonosphere ionosphere;
-        return header.count == 1 && gnss::ReadAssistIonosphere(body, ionosphere);
+    case protocol::AssistKind::Ionosphere: {
+        protocol::AssistIonosphere ionosphere;
+        return header.count == 1 && protocol::ReadAssistIonosphere(body, ionosphere);
     }
-    case gnss::AssistKind::Integrity: {
-        gnss::AssistIntegrity integrity;
-        return header.count == 1 && gnss::ReadAssistIntegrity(body, integrity);
+    case protocol::AssistKind::Integrity: {
+        protocol::AssistIntegrity integrity;
+        return header.count == 1 && protocol::ReadAssistIntegrity(body, integrity);
     }
-    case gnss::AssistKind::FineIonosphere: {
-        gnss::AssistGrid grid;
-        return header.count == 1 && gnss::ReadAssistGrid(body, grid);
+    case protocol::AssistKind::FineIonosphere: {
+        protocol::AssistGrid grid;
+        return header.count == 1 && protocol::ReadAssistGrid(body, grid);
     }
     }
     return false;
 }
 
-void TakeAssistance(const gnss::AssistForm& form, const std::uint8_t* payload, std::size_t length, Millis utc,
+void TakeAssistance(const protocol::AssistForm& form, const std::uint8_t* payload, std::size_t length, Millis utc,
                     Memory& memory)
 {
-    gnss::AssistHeader header;
-    gnss::ImageReader body(nullptr, 0);
-    if (!gnss::ReadAssistHeader(payload, length, header, body)) {
+    protocol::AssistHeader header;
+    protocol::ImageReader body(nullptr, 0);
+    if (!protocol::ReadAssistHeader(payload, length, header, body)) {
         return;
     }
-    if (form.kind == gnss::AssistKind::Time) {
-        gnss::AssistTime time;
-        if (gnss::ReadAssistTime(body, time) && TimeHelps(time.seconds * Millis{1000} + time.millisecond, utc)) {
+    if (form.kind == protocol::AssistKind::Time) {
+        protocol::AssistTime time;
+        if (protocol::ReadAssistTime(body, time) &&
+            TimeHelps(time.seconds * Millis{1000} + time.millisecond, utc)) {
             memory.timeKnown = true;
         }
-    } else if (form.kind == gnss::AssistKind::Ephemeris) {
-        std::vector<gnss::AssistOrbit> orbits;
-        if (gnss::ReadAssistEphemeris(header, body, orbits)) {
-            for (const gnss::AssistOrbit& orbit : orbits) {
+    } else if (form.kind == protocol::AssistKind::Ephemeris) {
+        std::vector<protocol::AssistOrbit> orbits;
+        if (protocol::ReadAssistEphemeris(header, body, orbits)) {
+            for (const protocol::AssistOrbit& orbit : orbits) {
                 TakeEphemeris(header.system, orbit, utc, memory);
             }
         }
-    } else if (form.kind == gnss::AssistKind::Integrity) {
-        gnss::AssistIntegrity integrity;
-        gnss::ReadAssistIntegrity(body, integrity);
+    } else if (form.kind == protocol::AssistKind::Integrity) {
+        protocol::AssistIntegrity integrity;
+        protocol::ReadAssistIntegrity(body, integrity);
         for (std::size_t i = 0; i < AllOrbits().size(); ++i) {
             const Orbit& orbit = AllOrbits()[i];
             if (orbit.system == static_cast<System>(header.system) &&
@@ -134,4 +135,4 @@ void TakeAssistance(const gnss::AssistForm& form, const std::uint8_t* payload, s
     }
 }
 
-} // namespace vrx
+} // namespace receiver

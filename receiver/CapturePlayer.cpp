@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -197,4 +197,4 @@ Millis CapturePlayer::NextEvent(Millis now) const
     return !m_playing || Finished() ? kNever : AsFastAsTaken() ? now : now + kStep;
 }
 
-} // namespace vrx
+} // namespace receiver

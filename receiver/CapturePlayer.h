@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 /// A moment of a capture: the bytes before `offset` are over by `at` milliseconds.
 struct CaptureMark {
@@ -53,4 +53,4 @@ private:
     std::size_t m_sent = 0;
 };
 
-} // namespace vrx
+} // namespace receiver

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstring>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -45,12 +45,12 @@ bool Pps(Bytes p, std::size_t)
 // An item of its own: tag, length and one byte, for the start with or without the memory.
 bool StartItem(Bytes p, std::size_t)
 {
-    return gnss::ReadU16(p) == 1 && gnss::ReadU16(p + 2) == 1 && p[4] <= 1;
+    return protocol::ReadU16(p) == 1 && protocol::ReadU16(p + 2) == 1 && p[4] <= 1;
 }
 
 bool NmeaMaskItem(Bytes p, std::size_t)
 {
-    return gnss::ReadU16(p) == 3 && gnss::ReadU16(p + 2) == 2;
+    return protocol::ReadU16(p) == 3 && protocol::ReadU16(p + 2) == 2;
 }
 
 // One byte only asks for a sign of life.
@@ -63,12 +63,12 @@ bool GpsTime(Bytes p, std::size_t)
 {
     std::uint32_t timeOfWeek = 0;
     std::memcpy(&timeOfWeek, p + 2, sizeof timeOfWeek);
-    return gnss::ReadU16(p) < 1024 && timeOfWeek < 604800;
+    return protocol::ReadU16(p) < 1024 && timeOfWeek < 604800;
 }
 
 bool UtcTime(Bytes p, std::size_t)
 {
-    return FieldsValid({gnss::ReadU16(p), p[2], p[3], p[4], p[5], p[6], gnss::ReadU16(p + 8)});
+    return FieldsValid({protocol::ReadU16(p), p[2], p[3], p[4], p[5], p[6], protocol::ReadU16(p + 8)});
 }
 
 bool AgnssPosition(Bytes p, std::size_t)
@@ -100,40 +100,40 @@ struct Rule {
 // Commands that are not listed take any values: the start's numbers are free, a stop has none. The assistance
 // items have rules of their own.
 constexpr Rule kRules[] = {
-    {gnss::CmdConstellations, 0, Flags},
-    {gnss::CmdConstellations, gnss::kHotStartWord, StartItem},
-    {gnss::CmdConstellations, gnss::kColdStartWord, StartItem},
-    {gnss::CmdConstellations, gnss::kNmeaMaskWord, NmeaMaskItem},
-    {gnss::CmdStartMode, 0, Flags},
-    {gnss::CmdNmea, 0, NmeaSetting},
-    {gnss::CmdAcqLowPower, 0, LowPower},
-    {gnss::CmdTrkLowPower, 0, LowPower},
-    {gnss::CmdAntiJam, 0, Flags},
-    {gnss::CmdUpdateRate, 0, UpToTwo},
-    {gnss::CmdPps, 0, Pps},
-    {gnss::CmdReports, 0, Flags},
-    {gnss::CmdFixPriority, 0, UpToTwo},
-    {gnss::CmdPgnssTime, 0, GpsTime},
-    {gnss::CmdPgnssPosition, 0, PgnssPosition},
-    {gnss::CmdAgnssPosition, 0, AgnssPosition},
-    {gnss::CmdUtcTime, 0, UtcTime},
+    {protocol::CmdConstellations, 0, Flags},
+    {protocol::CmdConstellations, protocol::kHotStartWord, StartItem},
+    {protocol::CmdConstellations, protocol::kColdStartWord, StartItem},
+    {protocol::CmdConstellations, protocol::kNmeaMaskWord, NmeaMaskItem},
+    {protocol::CmdStartMode, 0, Flags},
+    {protocol::CmdNmea, 0, NmeaSetting},
+    {protocol::CmdAcqLowPower, 0, LowPower},
+    {protocol::CmdTrkLowPower, 0, LowPower},
+    {protocol::CmdAntiJam, 0, Flags},
+    {protocol::CmdUpdateRate, 0, UpToTwo},
+    {protocol::CmdPps, 0, Pps},
+    {protocol::CmdReports, 0, Flags},
+    {protocol::CmdFixPriority, 0, UpToTwo},
+    {protocol::CmdPgnssTime, 0, GpsTime},
+    {protocol::CmdPgnssPosition, 0, PgnssPosition},
+    {protocol::CmdAgnssPosition, 0, AgnssPosition},
+    {protocol::CmdUtcTime, 0, UtcTime},
 };
 
 } // namespace
 
-gnss::AckStatus JudgeCommand(const gnss::FrameView& frame)
+protocol::AckStatus JudgeCommand(const protocol::FrameView& frame)
 {
-    switch (gnss::CheckCommand(frame.id, frame.word1, frame.payloadLength)) {
-    case gnss::CommandCheck::Unknown:
-        return gnss::AckRefused;
-    case gnss::CommandCheck::BadLength:
-        return gnss::AckBadLength;
-    case gnss::CommandCheck::Accepted:
+    switch (protocol::CheckCommand(frame.id, frame.word1, frame.payloadLength)) {
+    case protocol::CommandCheck::Unknown:
+        return protocol::AckRefused;
+    case protocol::CommandCheck::BadLength:
+        return protocol::AckBadLength;
+    case protocol::CommandCheck::Accepted:
         break;
     }
-    if (const gnss::AssistForm* form = gnss::FindAssistForm(frame.id)) {
-        return AssistanceValid(*form, frame.payload, frame.payloadLength) ? gnss::AckAccepted
-                                                                          : gnss::AckBadParameter;
+    if (const protocol::AssistForm* form = protocol::FindAssistForm(frame.id)) {
+        return AssistanceValid(*form, frame.payload, frame.payloadLength) ? protocol::AckAccepted
+                                                                          : protocol::AckBadParameter;
     }
     bool (*valid)(Bytes, std::size_t) = Any;
     for (const Rule& rule : kRules) {
@@ -141,7 +141,7 @@ gnss::AckStatus JudgeCommand(const gnss::FrameView& frame)
             valid = rule.valuesValid;
         }
     }
-    return valid(frame.payload, frame.payloadLength) ? gnss::AckAccepted : gnss::AckBadParameter;
+    return valid(frame.payload, frame.payloadLength) ? protocol::AckAccepted : protocol::AckBadParameter;
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -73,4 +73,4 @@ bool ComputeDilution(const std::vector<EpochSatellite>& satellites, double& pdop
     return true;
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 struct EpochSatellite {
     SatelliteView view;
@@ -40,4 +40,4 @@ struct Epoch {
 /// Dilutions of precision of the used satellites; false with fewer than four or a flat geometry.
 bool ComputeDilution(const std::vector<EpochSatellite>& satellites, double& pdop, double& hdop, double& vdop);
 
-} // namespace vrx
+} // namespace receiver

@@ -2,7 +2,7 @@
 
 #include "receiver/TextNumbers.h"
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -40,4 +40,4 @@ bool FaultValues::Read(const FaultForm& form, std::string_view text, std::string
     return good || Fail(error, form, "no such value");
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -7,7 +7,7 @@
 
 // Tables of the faults that a program shows on request, given as "NAME" or "NAME=VALUE".
 
-namespace vrx {
+namespace receiver {
 
 enum class Needs { Nothing, MaybeValue, Value };
 
@@ -80,4 +80,4 @@ template <typename Faults, std::size_t size> std::string ListFaults(const FaultK
     return list;
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -2,7 +2,7 @@
 
 #include "receiver/FaultTable.h"
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -82,4 +82,4 @@ std::string Faults::List()
     return ListFaults(kKinds);
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace vrx {
+namespace receiver {
 
 /// The faults that a run is asked to show. A fresh one shows none.
 class Faults {
@@ -37,4 +37,4 @@ public:
     std::int64_t loaderSplitMillis = 0; ///< how long after its first byte the rest of each comes; 0: with it
 };
 
-} // namespace vrx
+} // namespace receiver

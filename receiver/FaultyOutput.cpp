@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -113,4 +113,4 @@ std::vector<std::string> FaultyOutput::Take()
     return ready;
 }
 
-} // namespace vrx
+} // namespace receiver

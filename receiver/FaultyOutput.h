@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 /// The last stage before the line: spoils, delays or drops messages as the faults ask.
 class FaultyOutput {
@@ -44,4 +44,4 @@ private:
 
 constexpr Millis kNever = INT64_MAX / 4;
 
-} // namespace vrx
+} // namespace receiver

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -215,4 +215,4 @@ void FixEngine::Step(Millis utc, const std::vector<SatelliteView>& views, Epoch&
     }
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -4,7 +4,7 @@
 #include "receiver/Memory.h"
 #include "receiver/Random.h"
 
-namespace vrx {
+namespace receiver {
 
 struct Distribution {
     double mean = 0.0;
@@ -71,4 +71,4 @@ private:
     Millis m_firstFix = -1;
 };
 
-} // namespace vrx
+} // namespace receiver

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -92,4 +92,4 @@ double RoughDistance(const Geodetic& a, const Geodetic& b)
     return 2.0 * 6371000.0 * std::asin(std::sqrt(std::min(h, 1.0)));
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace vrx {
+namespace receiver {
 
 struct Geodetic {
     double latitude = 0.0;  ///< degrees, north positive
@@ -40,4 +40,4 @@ void OffsetBetween(const Geodetic& from, const Geodetic& to, double& east, doubl
 /// Great-circle distance in metres on a sphere; good to half a percent.
 double RoughDistance(const Geodetic& a, const Geodetic& b);
 
-} // namespace vrx
+} // namespace receiver

@@ -4,13 +4,13 @@
 
 #include <algorithm>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
 // A frame or line that stops for so long is not going to end.
 constexpr Millis kGiveUp = 500;
-constexpr std::size_t kLongestLine = 2 * gnss::kMaxFrameLength + 64;
+constexpr std::size_t kLongestLine = 2 * protocol::kMaxFrameLength + 64;
 
 } // namespace
 
@@ -25,13 +25,13 @@ bool HostStream::TakeOne(std::vector<Item>& items)
         m_buffer.erase(0, 1);
         return true;
     }
-    if (p[0] == gnss::kFrameFlag) {
-        const std::size_t claimed = gnss::ClaimedFrameLength(p, m_buffer.size());
+    if (p[0] == protocol::kFrameFlag) {
+        const std::size_t claimed = protocol::ClaimedFrameLength(p, m_buffer.size());
         if (claimed > m_buffer.size()) {
             return false;
         }
-        gnss::FrameView frame;
-        if (claimed > 0 && gnss::ReadFrame(p, claimed, frame)) {
+        protocol::FrameView frame;
+        if (claimed > 0 && protocol::ReadFrame(p, claimed, frame)) {
             items.push_back({Item::Kind::Frame, m_buffer.substr(0, claimed)});
             m_buffer.erase(0, claimed);
         } else {
@@ -55,10 +55,10 @@ bool HostStream::TakeOne(std::vector<Item>& items)
             }
         }
     }
-    if (p[0] == kLoaderMagic.front()) {
-        const std::size_t known = std::min(m_buffer.size(), kLoaderMagic.size());
-        if (m_buffer.compare(0, known, kLoaderMagic, 0, known) == 0) {
-            if (known < kLoaderMagic.size()) {
+    if (p[0] == protocol::kLoaderMagic.front()) {
+        const std::size_t known = std::min(m_buffer.size(), protocol::kLoaderMagic.size());
+        if (m_buffer.compare(0, known, protocol::kLoaderMagic, 0, known) == 0) {
+            if (known < protocol::kLoaderMagic.size()) {
                 return false;
             }
             items.push_back({Item::Kind::Loader, m_buffer});
@@ -68,8 +68,8 @@ bool HostStream::TakeOne(std::vector<Item>& items)
     }
     // Noise goes in one piece, up to the next byte that could begin something.
     std::size_t next = 1;
-    while (next < m_buffer.size() && p[next] != 0 && p[next] != gnss::kFrameFlag && p[next] != 'A' &&
-           p[next] != static_cast<std::uint8_t>(kLoaderMagic.front())) {
+    while (next < m_buffer.size() && p[next] != 0 && p[next] != protocol::kFrameFlag && p[next] != 'A' &&
+           p[next] != static_cast<std::uint8_t>(protocol::kLoaderMagic.front())) {
         ++next;
     }
     m_buffer.erase(0, next);
@@ -97,4 +97,4 @@ std::vector<HostStream::Item> HostStream::Feed(const std::uint8_t* bytes, std::s
     return items;
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 /// Cuts what the host sends into frames, AT lines and single 0x00 bytes, and notices where a firmware load begins;
 /// everything else is noise.
@@ -30,4 +30,4 @@ private:
     Millis m_lastByte = 0;
 };
 
-} // namespace vrx
+} // namespace receiver

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -23,7 +23,7 @@ bool MayBecome(std::string_view bytes, std::string_view beginning)
 
 bool IsVersion(std::string_view text)
 {
-    return !text.empty() && text.size() <= kLongestFirmwareVersion &&
+    return !text.empty() && text.size() <= protocol::kLongestFirmwareVersion &&
            std::all_of(text.begin(), text.end(),
                        [](char c) { return c >= 0x20 && c <= 0x7E && c != '$' && c != '*' && c != ','; });
 }
@@ -67,25 +67,25 @@ bool Loader::TakeOne(Millis now)
         return false;
     }
     const std::string_view bytes(m_buffer);
-    if (MayBecome(bytes, kLoaderQuit)) {
-        if (bytes.size() >= kLoaderQuit.size()) {
+    if (MayBecome(bytes, protocol::kLoaderQuit)) {
+        if (bytes.size() >= protocol::kLoaderQuit.size()) {
             m_buffer.clear();
             m_leaving = true;
             m_rebootAt = now + kBootTime;
         }
         return false;
     }
-    if (!MayBecome(bytes, kLoaderMagic)) {
+    if (!MayBecome(bytes, protocol::kLoaderMagic)) {
         m_buffer.clear();
-        Answer(kAnswerRefused, now);
+        Answer(protocol::kAnswerRefused, now);
         return false;
     }
-    if (bytes.size() < kLoaderHeaderSize) {
+    if (bytes.size() < protocol::kLoaderHeaderSize) {
         return false;
     }
     const std::size_t payload = static_cast<std::size_t>(static_cast<std::uint8_t>(bytes[6])) |
                                 static_cast<std::size_t>(static_cast<std::uint8_t>(bytes[7])) << 8;
-    const std::size_t length = kLoaderHeaderSize + payload + kLoaderCheckSize;
+    const std::size_t length = protocol::kLoaderHeaderSize + payload + protocol::kLoaderCheckSize;
     if (bytes.size() < length) {
         return false;
     }
@@ -97,33 +97,34 @@ bool Loader::TakeOne(Millis now)
 /// Takes a whole message in, and gives the answer to it.
 std::string_view Loader::Judge(std::string_view message)
 {
-    const std::size_t covered = message.size() - kLoaderCheckSize;
-    if (covered < kLoaderHeaderSize + kLoaderFieldSize ||
-        U32At(message, covered) != Crc32(message.substr(0, covered))) {
-        return kAnswerRefused;
+    const std::size_t covered = message.size() - protocol::kLoaderCheckSize;
+    if (covered < protocol::kLoaderHeaderSize + protocol::kLoaderFieldSize ||
+        protocol::U32At(message, covered) != protocol::Crc32(message.substr(0, covered))) {
+        return protocol::kAnswerRefused;
     }
-    const std::uint32_t number = U32At(message, kLoaderHeaderSize);
+    const std::uint32_t number = protocol::U32At(message, protocol::kLoaderHeaderSize);
     const std::string_view rest =
-        message.substr(kLoaderHeaderSize + kLoaderFieldSize, covered - kLoaderHeaderSize - kLoaderFieldSize);
-    switch (static_cast<LoaderMessage>(message[kLoaderMagic.size()])) {
-    case LoaderMessage::Begin:
+        message.substr(protocol::kLoaderHeaderSize + protocol::kLoaderFieldSize,
+                       covered - protocol::kLoaderHeaderSize - protocol::kLoaderFieldSize);
+    switch (static_cast<protocol::LoaderMessage>(message[protocol::kLoaderMagic.size()])) {
+    case protocol::LoaderMessage::Begin:
         m_begun = IsVersion(rest);
         m_complete = false;
         m_size = number;
         m_firmware.clear();
         m_version = rest;
-        return m_begun ? kAnswerBegin : kAnswerRefused;
-    case LoaderMessage::Data:
+        return m_begun ? protocol::kAnswerBegin : protocol::kAnswerRefused;
+    case protocol::LoaderMessage::Data:
         if (!m_begun || number != m_firmware.size() || rest.size() > m_size - m_firmware.size()) {
-            return kAnswerRefused;
+            return protocol::kAnswerRefused;
         }
         m_firmware += rest;
-        return kAnswerData;
-    case LoaderMessage::End:
-        m_complete = m_begun && m_firmware.size() == m_size && number == Crc32(m_firmware);
-        return m_complete ? kAnswerEnd : kAnswerRefused;
+        return protocol::kAnswerData;
+    case protocol::LoaderMessage::End:
+        m_complete = m_begun && m_firmware.size() == m_size && number == protocol::Crc32(m_firmware);
+        return m_complete ? protocol::kAnswerEnd : protocol::kAnswerRefused;
     }
-    return kAnswerRefused;
+    return protocol::kAnswerRefused;
 }
 
 void Loader::Answer(std::string_view answer, Millis now)
@@ -133,7 +134,7 @@ void Loader::Answer(std::string_view answer, Millis now)
         return;
     }
     if (m_answers == m_faults.loaderWrong) {
-        answer = kAnswerRefused;
+        answer = protocol::kAnswerRefused;
     }
     const Millis at = now + m_faults.loaderLateMillis;
     if (m_faults.loaderSplitMillis > 0) {
@@ -182,4 +183,4 @@ bool Loader::TakeReboot(std::string& version)
     return true;
 }
 
-} // namespace vrx
+} // namespace receiver

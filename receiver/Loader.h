@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 /// The chip's loader. It takes a firmware message by message, answers each, and reboots on the terminating one.
 /// No clock of its own. What it receives in the place of a message it refuses at once.
@@ -59,4 +59,4 @@ private:
     std::string m_version;
 };
 
-} // namespace vrx
+} // namespace receiver

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstring>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -18,7 +18,7 @@ constexpr std::size_t kCheckSize = 4;
 constexpr std::uint8_t kFlagPosition = 1;
 constexpr std::uint8_t kFlagAlmanac = 2;
 
-static_assert(kHeaderSize + 130 * kEntrySize + kCheckSize <= gnss::kMaxHistoryBlock);
+static_assert(kHeaderSize + 130 * kEntrySize + kCheckSize <= protocol::kMaxHistoryBlock);
 
 template <typename Value> void Put(std::string& block, Value value)
 {
@@ -74,7 +74,7 @@ std::string PackHistory(const Memory& memory, Millis utc)
     Put(block, memory.position.longitude);
     Put(block, memory.position.altitude);
     block += entries;
-    Put(block, Crc32(block));
+    Put(block, protocol::Crc32(block));
     return block;
 }
 
@@ -83,7 +83,7 @@ bool UnpackHistory(std::string_view block, Memory& memory)
     if (block.size() < kHeaderSize + kCheckSize || std::memcmp(block.data(), kMagic, sizeof kMagic) != 0 ||
         Get<std::uint16_t>(block, 8) != block.size() ||
         Get<std::uint32_t>(block, block.size() - kCheckSize) !=
-            Crc32(block.substr(0, block.size() - kCheckSize))) {
+            protocol::Crc32(block.substr(0, block.size() - kCheckSize))) {
         return false;
     }
     const std::size_t count = Get<std::uint16_t>(block, 10);
@@ -119,4 +119,4 @@ bool UnpackHistory(std::string_view block, Memory& memory)
     return true;
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 /// What the receiver remembers between two starts, and what gives it a quick one.
 struct Memory {
@@ -31,4 +31,4 @@ std::string PackHistory(const Memory& memory, Millis utc);
 /// The time does not come from the block: the clock has run on since.
 bool UnpackHistory(std::string_view block, Memory& memory);
 
-} // namespace vrx
+} // namespace receiver

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -171,4 +171,4 @@ void PositionWander::Step(double seconds)
     }
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 /// Where the antenna truly is and how it moves.
 struct MotionState {
@@ -67,4 +67,4 @@ private:
     double m_value[3] = {0, 0, 0};
 };
 
-} // namespace vrx
+} // namespace receiver

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -305,4 +305,4 @@ std::string VersionSentence(std::string_view version)
     return s;
 }
 
-} // namespace vrx
+} // namespace receiver

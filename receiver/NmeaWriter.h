@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 /// The sentences in the order of the NMEA setting's payload, which is also their order in an epoch.
 enum SentenceBit : std::uint8_t {
@@ -31,4 +31,4 @@ void WriteSentences(const Epoch& epoch, std::uint8_t mask, std::vector<std::stri
 /// The line that tells the firmware's version.
 std::string VersionSentence(std::string_view version);
 
-} // namespace vrx
+} // namespace receiver

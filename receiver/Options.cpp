@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdio>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -252,4 +252,4 @@ OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& o
                                                                           : OptionsResult::Bad;
 }
 
-} // namespace vrx
+} // namespace receiver

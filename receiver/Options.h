@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 struct Options {
     ReceiverOptions receiver;
@@ -29,4 +29,4 @@ OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& o
 
 bool ReadWholeFile(const std::string& path, std::string& content);
 
-} // namespace vrx
+} // namespace receiver

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <iterator>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -170,4 +170,4 @@ Vector3 PositionAt(const Orbit& orbit, Millis utc)
             orbit.radius * su * std::sin(orbit.inclination)};
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 /// The systems in the order of the constellation setting's payload.
 enum class System : std::uint8_t { Gps, Beidou, Glonass, Galileo, Qzss };
@@ -62,4 +62,4 @@ struct SignalPlan {
 };
 const SignalPlan& SignalOf(System system, std::size_t index);
 
-} // namespace vrx
+} // namespace receiver

@@ -11,7 +11,7 @@
 #include <termios.h>
 #include <unistd.h>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -263,4 +263,4 @@ void PtyLine::Service(Millis now)
     }
 }
 
-} // namespace vrx
+} // namespace receiver

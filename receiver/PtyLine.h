@@ -11,7 +11,7 @@
 
 struct pollfd;
 
-namespace vrx {
+namespace receiver {
 
 /// The receiver's end of a pseudo-terminal. Whoever opens the other end may come and go: while nobody has it
 /// open, output is dropped and nothing waits for the next one. A slow reader costs the oldest messages, whole
@@ -75,4 +75,4 @@ private:
     std::uint64_t m_dropped = 0;
 };
 
-} // namespace vrx
+} // namespace receiver

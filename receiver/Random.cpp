@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -62,4 +62,4 @@ double SmoothNoise(std::uint64_t key, double seconds, double knotSeconds)
            std::sqrt((1.0 - weight) * (1.0 - weight) + weight * weight);
 }
 
-} // namespace vrx
+} // namespace receiver

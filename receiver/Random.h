@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace vrx {
+namespace receiver {
 
 /// Mixes keys into 64 well-spread bits; the same keys give the same bits on every machine.
 std::uint64_t MixKeys(std::uint64_t a, std::uint64_t b, std::uint64_t c = 0);
@@ -28,4 +28,4 @@ private:
 /// not depend on how often it is asked. `knotSeconds` is its correlation time.
 double SmoothNoise(std::uint64_t key, double seconds, double knotSeconds);
 
-} // namespace vrx
+} // namespace receiver

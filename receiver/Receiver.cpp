@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -92,7 +92,7 @@ void Receiver::Advance(Millis now)
         }
         if (m_now >= SleepAt()) {
             const std::uint8_t aboutToSleep = 0;
-            SendFrame(MakeFrame(gnss::RptSleep, 0, 0, &aboutToSleep, 1), m_now);
+            SendFrame(MakeFrame(protocol::RptSleep, 0, 0, &aboutToSleep, 1), m_now);
             m_hasSlept = true;
             m_asleep = true;
             if (m_options.faults.wakeRequestAfter > 0.0) {
@@ -101,7 +101,7 @@ void Receiver::Advance(Millis now)
         }
         if (m_now >= m_wakeRequestAt) {
             const std::uint8_t wakeMe = 1;
-            SendFrame(MakeFrame(gnss::RptSleep, 0, 0, &wakeMe, 1), m_now);
+            SendFrame(MakeFrame(protocol::RptSleep, 0, 0, &wakeMe, 1), m_now);
             m_wakeRequestAt = kNever;
         }
         RunLoader(m_now);
@@ -217,38 +217,39 @@ void Receiver::RunReports(Millis now, const Epoch& epoch)
 {
     const bool all = m_options.reports == ReportPolicy::All && epoch.utc % 1000 == 0;
     if (m_settings.solution || all) {
-        SendFrame(MakeMessage(gnss::MsgTypeLoc, MakeLoc(epoch)), now);
+        SendFrame(MakeMessage(protocol::MsgTypeLoc, MakeLoc(epoch)), now);
     }
     if (m_settings.measurements || all) {
-        SendFrame(MakeMessage(gnss::MsgTypeMeas, MakeMeas(epoch)), now);
+        SendFrame(MakeMessage(protocol::MsgTypeMeas, MakeMeas(epoch)), now);
     }
     if (!all) {
         return;
     }
-    SendFrame(MakeMessage(gnss::MsgTypePdrComm, MakePdrComm(epoch, 1.0)), now);
-    SendFrame(MakeMessage(gnss::MsgTypePdrMeas, MakePdrMeas(epoch)), now);
-    SendFrame(MakeMessage(gnss::MsgTypePdrLs, MakePdrLs(epoch)), now);
-    for (const std::uint16_t id : {gnss::CmdPps, gnss::CmdConstellations, gnss::CmdNmea}) {
+    SendFrame(MakeMessage(protocol::MsgTypePdrComm, MakePdrComm(epoch, 1.0)), now);
+    SendFrame(MakeMessage(protocol::MsgTypePdrMeas, MakePdrMeas(epoch)), now);
+    SendFrame(MakeMessage(protocol::MsgTypePdrLs, MakePdrLs(epoch)), now);
+    for (const std::uint16_t id : {protocol::CmdPps, protocol::CmdConstellations, protocol::CmdNmea}) {
         ReportChange(id, now);
     }
-    const gnss::MsgTsensor sensor{static_cast<std::int16_t>(std::lround(epoch.temperature))};
-    SendFrame(MakeMessage(gnss::MsgTypeTsensor, sensor), now);
-    SendFrame(MakeMessage(gnss::MsgTypeFtmCn0, MakeFtmCn0(epoch)), now);
+    const protocol::MsgTsensor sensor{static_cast<std::int16_t>(std::lround(epoch.temperature))};
+    SendFrame(MakeMessage(protocol::MsgTypeTsensor, sensor), now);
+    SendFrame(MakeMessage(protocol::MsgTypeFtmCn0, MakeFtmCn0(epoch)), now);
 }
 
 void Receiver::ReportChange(std::uint16_t commandId, Millis now)
 {
-    if (commandId == gnss::CmdPps) {
-        SendFrame(MakeMessage(gnss::MsgTypePpsSts, gnss::MsgPpsSts{static_cast<std::uint8_t>(m_settings.pps)}),
-                  now);
-    } else if (commandId == gnss::CmdConstellations) {
-        gnss::MsgFixMode mode{0};
+    if (commandId == protocol::CmdPps) {
+        SendFrame(
+            MakeMessage(protocol::MsgTypePpsSts, protocol::MsgPpsSts{static_cast<std::uint8_t>(m_settings.pps)}),
+            now);
+    } else if (commandId == protocol::CmdConstellations) {
+        protocol::MsgFixMode mode{0};
         for (std::size_t i = 0; i < kSystems; ++i) {
             mode.modeMask |= m_settings.systems[i] ? 1u << i : 0u;
         }
-        SendFrame(MakeMessage(gnss::MsgTypeFixMode, mode), now);
-    } else if (commandId == gnss::CmdNmea) {
-        SendFrame(MakeMessage(gnss::MsgTypeNmeaMode, gnss::MsgNmeaMode{m_settings.sentences}), now);
+        SendFrame(MakeMessage(protocol::MsgTypeFixMode, mode), now);
+    } else if (commandId == protocol::CmdNmea) {
+        SendFrame(MakeMessage(protocol::MsgTypeNmeaMode, protocol::MsgNmeaMode{m_settings.sentences}), now);
     }
 }
 
@@ -271,8 +272,8 @@ void Receiver::SendAck(std::uint16_t commandId, std::uint16_t status, Millis now
 
 void Receiver::SendFrame(std::string frame, Millis now)
 {
-    if (m_options.product == gnss::kAtProduct) {
-        std::string line(gnss::kAtHexReport);
+    if (m_options.product == protocol::kAtProduct) {
+        std::string line(protocol::kAtHexReport);
         for (const char c : frame) {
             AppendHexByte(line, static_cast<std::uint8_t>(c), false);
         }
@@ -287,4 +288,4 @@ void Receiver::SendText(std::string text, Millis now)
     m_output.Put(now, std::move(text));
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 enum class ReportPolicy {
     None,    ///< only what the host asks for
@@ -93,11 +93,11 @@ private:
     void RunLoader(Millis now);
 
     void HandleItem(const HostStream::Item& item, Millis now);
-    void HandleFrame(const gnss::FrameView& frame, Millis now);
+    void HandleFrame(const protocol::FrameView& frame, Millis now);
     void HandleAtLine(const std::string& line, Millis now);
-    gnss::AckStatus CarryOut(const gnss::FrameView& frame, Millis now);
-    void Configure(const gnss::FrameView& frame, Millis now);
-    void Assist(const gnss::FrameView& frame, Millis now);
+    protocol::AckStatus CarryOut(const protocol::FrameView& frame, Millis now);
+    void Configure(const protocol::FrameView& frame, Millis now);
+    void Assist(const protocol::FrameView& frame, Millis now);
     void ReportChange(std::uint16_t commandId, Millis now);
     void SendHistory(Millis now);
 
@@ -128,4 +128,4 @@ private:
     std::int64_t m_acksLost = 0;
 };
 
-} // namespace vrx
+} // namespace receiver

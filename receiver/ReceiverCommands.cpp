@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -57,14 +57,14 @@ void Receiver::HandleItem(const HostStream::Item& item, Millis now)
         return;
     }
     if (item.kind == HostStream::Item::Kind::AtLine) {
-        if (m_options.product == gnss::kAtProduct) {
+        if (m_options.product == protocol::kAtProduct) {
             HandleAtLine(item.bytes, now);
         }
         return;
     }
-    gnss::FrameView frame;
+    protocol::FrameView frame;
     if (item.kind == HostStream::Item::Kind::Frame &&
-        gnss::ReadFrame(reinterpret_cast<const std::uint8_t*>(item.bytes.data()), item.bytes.size(), frame)) {
+        protocol::ReadFrame(reinterpret_cast<const std::uint8_t*>(item.bytes.data()), item.bytes.size(), frame)) {
         HandleFrame(frame, now);
     }
 }
@@ -72,7 +72,7 @@ void Receiver::HandleItem(const HostStream::Item& item, Millis now)
 void Receiver::HandleAtLine(const std::string& line, Millis now)
 {
     const std::string_view text(line);
-    const std::string_view hexPrefix(gnss::kAtHexCommand);
+    const std::string_view hexPrefix(protocol::kAtHexCommand);
     const std::string_view start("AT+GNSSSTART=");
     if (text.substr(0, hexPrefix.size()) == hexPrefix) {
         const std::string_view digits = text.substr(hexPrefix.size());
@@ -88,8 +88,8 @@ void Receiver::HandleAtLine(const std::string& line, Millis now)
             good = digit(digits[i]) >= 0 && digit(digits[i + 1]) >= 0;
             bytes.push_back(static_cast<std::uint8_t>(digit(digits[i]) * 16 + digit(digits[i + 1])));
         }
-        gnss::FrameView frame;
-        if (!good || !gnss::ReadFrame(bytes.data(), bytes.size(), frame)) {
+        protocol::FrameView frame;
+        if (!good || !protocol::ReadFrame(bytes.data(), bytes.size(), frame)) {
             SendText("ERROR\r\n", now);
             return;
         }
@@ -101,10 +101,10 @@ void Receiver::HandleAtLine(const std::string& line, Millis now)
         SendText("OK\r\n", now);
         return;
     }
-    gnss::FrameView frame;
+    protocol::FrameView frame;
     std::uint8_t payload[12] = {};
-    if (text == gnss::kAtStop) {
-        frame.id = gnss::CmdStop;
+    if (text == protocol::kAtStop) {
+        frame.id = protocol::CmdStop;
     } else if (text.substr(0, start.size()) == start) {
         int numbers = 0;
         bool good = true;
@@ -117,8 +117,8 @@ void Receiver::HandleAtLine(const std::string& line, Millis now)
             SendText("ERROR\r\n", now);
             return;
         }
-        frame.id = gnss::CmdStart;
-        frame.word1 = gnss::kStartWord;
+        frame.id = protocol::CmdStart;
+        frame.word1 = protocol::kStartWord;
         frame.payload = payload;
         frame.payloadLength = sizeof payload;
     } else {
@@ -129,74 +129,74 @@ void Receiver::HandleAtLine(const std::string& line, Millis now)
     HandleFrame(frame, now);
 }
 
-void Receiver::HandleFrame(const gnss::FrameView& frame, Millis now)
+void Receiver::HandleFrame(const protocol::FrameView& frame, Millis now)
 {
     if (m_options.faults.refuse >= 0) {
         SendAck(frame.id, static_cast<std::uint16_t>(m_options.faults.refuse), now);
         return;
     }
-    gnss::AckStatus status = JudgeCommand(frame);
-    if (status == gnss::AckAccepted) {
+    protocol::AckStatus status = JudgeCommand(frame);
+    if (status == protocol::AckAccepted) {
         status = CarryOut(frame, now);
     }
     SendAck(frame.id, status, now);
-    if (status != gnss::AckAccepted) {
+    if (status != protocol::AckAccepted) {
         return;
     }
-    if (frame.id == gnss::CmdReadHistory) {
+    if (frame.id == protocol::CmdReadHistory) {
         SendHistory(now);
     } else if (m_options.reports != ReportPolicy::None) {
-        const bool mask = frame.id == gnss::CmdConstellations && frame.word1 == gnss::kNmeaMaskWord;
-        const bool setting = frame.word1 == 0 && !(frame.id == gnss::CmdNmea && frame.payloadLength == 1);
+        const bool mask = frame.id == protocol::CmdConstellations && frame.word1 == protocol::kNmeaMaskWord;
+        const bool setting = frame.word1 == 0 && !(frame.id == protocol::CmdNmea && frame.payloadLength == 1);
         if (mask || setting) {
-            ReportChange(mask ? static_cast<std::uint16_t>(gnss::CmdNmea) : frame.id, now);
+            ReportChange(mask ? static_cast<std::uint16_t>(protocol::CmdNmea) : frame.id, now);
         }
     }
 }
 
-gnss::AckStatus Receiver::CarryOut(const gnss::FrameView& frame, Millis now)
+protocol::AckStatus Receiver::CarryOut(const protocol::FrameView& frame, Millis now)
 {
     switch (frame.id) {
-    case gnss::CmdStart:
+    case protocol::CmdStart:
         // A second start changes nothing: the receiver is at it already.
         if (!m_running) {
             Start(now);
         }
-        return gnss::AckAccepted;
-    case gnss::CmdStop:
+        return protocol::AckAccepted;
+    case protocol::CmdStop:
         Stop();
-        return gnss::AckAccepted;
-    case gnss::CmdInjectHistory: {
+        return protocol::AckAccepted;
+    case protocol::CmdInjectHistory: {
         const std::string_view block(reinterpret_cast<const char*>(frame.payload), frame.payloadLength);
         if (!UnpackHistory(block, m_engine.Known())) {
-            return gnss::AckBadParameter;
+            return protocol::AckBadParameter;
         }
         if (m_running) {
             m_engine.KnowledgeGrew(UtcAt(now), ViewsAt(now));
         }
-        return gnss::AckAccepted;
+        return protocol::AckAccepted;
     }
-    case gnss::CmdReadHistory:
-        return gnss::AckAccepted;
+    case protocol::CmdReadHistory:
+        return protocol::AckAccepted;
     default:
         break;
     }
-    if (frame.id <= gnss::CmdFixPriority) {
+    if (frame.id <= protocol::CmdFixPriority) {
         Configure(frame, now);
     } else {
         Assist(frame, now);
     }
-    return gnss::AckAccepted;
+    return protocol::AckAccepted;
 }
 
-void Receiver::Configure(const gnss::FrameView& frame, Millis now)
+void Receiver::Configure(const protocol::FrameView& frame, Millis now)
 {
     const std::uint8_t* p = frame.payload;
     switch (frame.id) {
-    case gnss::CmdConstellations:
-        if (frame.word1 == gnss::kNmeaMaskWord) {
+    case protocol::CmdConstellations:
+        if (frame.word1 == protocol::kNmeaMaskWord) {
             m_settings.sentences = p[4];
-        } else if (frame.word1 == gnss::kHotStartWord || frame.word1 == gnss::kColdStartWord) {
+        } else if (frame.word1 == protocol::kHotStartWord || frame.word1 == protocol::kColdStartWord) {
             // The frame says how the next start begins; a receiver that runs starts over at once.
             if (p[4] == 1) {
                 m_engine.Known().Forget();
@@ -210,10 +210,10 @@ void Receiver::Configure(const gnss::FrameView& frame, Millis now)
             }
         }
         break;
-    case gnss::CmdStartMode:
+    case protocol::CmdStartMode:
         m_settings.coldAtEveryStart = p[0] == 1;
         break;
-    case gnss::CmdNmea:
+    case protocol::CmdNmea:
         if (frame.payloadLength == 8) {
             m_settings.sentences = 0;
             for (std::size_t i = 0; i < 8; ++i) {
@@ -221,28 +221,28 @@ void Receiver::Configure(const gnss::FrameView& frame, Millis now)
             }
         }
         break;
-    case gnss::CmdAcqLowPower:
+    case protocol::CmdAcqLowPower:
         m_settings.acquisitionLowPower = p[0] != 0;
         break;
-    case gnss::CmdTrkLowPower:
+    case protocol::CmdTrkLowPower:
         m_settings.trackingLowPower = p[0] != 0;
         break;
-    case gnss::CmdAntiJam:
+    case protocol::CmdAntiJam:
         m_settings.antiJam = {{p[0], p[1], p[2]}};
         break;
-    case gnss::CmdUpdateRate:
+    case protocol::CmdUpdateRate:
         m_settings.rateHz = kRates[p[0]];
         ScheduleEpoch(now);
         break;
-    case gnss::CmdPps:
+    case protocol::CmdPps:
         m_settings.pps = p[0] == 1;
         m_settings.ppsWidth = p[1];
         break;
-    case gnss::CmdReports:
+    case protocol::CmdReports:
         m_settings.measurements = p[0] == 1;
         m_settings.solution = p[1] == 1;
         break;
-    case gnss::CmdFixPriority:
+    case protocol::CmdFixPriority:
         m_settings.priority = p[0];
         break;
     default:
@@ -250,7 +250,7 @@ void Receiver::Configure(const gnss::FrameView& frame, Millis now)
     }
 }
 
-void Receiver::Assist(const gnss::FrameView& frame, Millis now)
+void Receiver::Assist(const protocol::FrameView& frame, Millis now)
 {
     const std::uint8_t* p = frame.payload;
     const Millis utc = UtcAt(now);
@@ -265,30 +265,30 @@ void Receiver::Assist(const gnss::FrameView& frame, Millis now)
         }
     };
     switch (frame.id) {
-    case gnss::CmdUtcTime:
-        injectTime(FromFields({gnss::ReadU16(p), p[2], p[3], p[4], p[5], p[6], gnss::ReadU16(p + 8)}));
+    case protocol::CmdUtcTime:
+        injectTime(FromFields({protocol::ReadU16(p), p[2], p[3], p[4], p[5], p[6], protocol::ReadU16(p + 8)}));
         break;
-    case gnss::CmdPgnssTime: {
+    case protocol::CmdPgnssTime: {
         std::uint32_t timeOfWeek = 0;
         std::memcpy(&timeOfWeek, p + 2, sizeof timeOfWeek);
         constexpr Millis week = 604800000;
         constexpr Millis rollover = 1024 * week;
-        const Millis inRollover = gnss::ReadU16(p) * week + timeOfWeek * Millis{1000};
+        const Millis inRollover = protocol::ReadU16(p) * week + timeOfWeek * Millis{1000};
         // The week number has ten bits: it is meant in the present turn of 1024 weeks.
         injectTime(kGpsEpoch + (utc - kGpsEpoch) / rollover * rollover + inRollover);
         break;
     }
-    case gnss::CmdAgnssPosition: {
+    case protocol::CmdAgnssPosition: {
         std::uint32_t latitude = 0;
         std::int32_t longitude = 0;
         std::memcpy(&latitude, p, sizeof latitude);
         std::memcpy(&longitude, p + 4, sizeof longitude);
-        const double altitude = gnss::ReadU16(p + 12);
+        const double altitude = protocol::ReadU16(p + 12);
         injectPosition({latitude * kLatitudeUnit / kDegree * (p[14] == 1 ? -1.0 : 1.0),
                         longitude * kLongitudeUnit / kDegree, altitude * (p[15] == 1 ? -1.0 : 1.0)});
         break;
     }
-    case gnss::CmdPgnssPosition: {
+    case protocol::CmdPgnssPosition: {
         Geodetic place;
         std::memcpy(&place.longitude, p, sizeof place.longitude);
         std::memcpy(&place.latitude, p + 8, sizeof place.latitude);
@@ -296,7 +296,7 @@ void Receiver::Assist(const gnss::FrameView& frame, Millis now)
         break;
     }
     default:
-        if (const gnss::AssistForm* form = gnss::FindAssistForm(frame.id)) {
+        if (const protocol::AssistForm* form = protocol::FindAssistForm(frame.id)) {
             TakeAssistance(*form, p, frame.payloadLength, utc, memory);
         }
         break;
@@ -312,10 +312,10 @@ void Receiver::SendHistory(Millis now)
     const std::size_t parts = (block.size() + kHistoryPart - 1) / kHistoryPart;
     for (std::size_t part = 0; part < parts; ++part) {
         const std::string_view piece = std::string_view(block).substr(part * kHistoryPart, kHistoryPart);
-        SendFrame(MakeFrame(gnss::RptHistory, static_cast<std::uint16_t>(part), static_cast<std::uint16_t>(parts),
-                            piece.data(), piece.size()),
+        SendFrame(MakeFrame(protocol::RptHistory, static_cast<std::uint16_t>(part),
+                            static_cast<std::uint16_t>(parts), piece.data(), piece.size()),
                   now);
     }
 }
 
-} // namespace vrx
+} // namespace receiver

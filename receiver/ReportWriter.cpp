@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstring>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -33,23 +33,23 @@ template <typename Message> Message Blank()
 std::string MakeFrame(std::uint16_t id, std::uint16_t word1, std::uint16_t word2, const void* payload,
                       std::size_t length)
 {
-    std::string frame(gnss::kFrameOverhead + length, '\0');
-    frame.resize(gnss::WriteFrame(reinterpret_cast<std::uint8_t*>(frame.data()), frame.size(), id, word1, word2,
-                                  payload, length));
+    std::string frame(protocol::kFrameOverhead + length, '\0');
+    frame.resize(protocol::WriteFrame(reinterpret_cast<std::uint8_t*>(frame.data()), frame.size(), id, word1,
+                                      word2, payload, length));
     return frame;
 }
 
 std::string MakeAck(std::uint16_t commandId, std::uint16_t status)
 {
     std::uint8_t payload[4];
-    gnss::WriteU16(payload, commandId);
-    gnss::WriteU16(payload + 2, status);
-    return MakeFrame(gnss::RptAck, 0, 0, payload, sizeof payload);
+    protocol::WriteU16(payload, commandId);
+    protocol::WriteU16(payload + 2, status);
+    return MakeFrame(protocol::RptAck, 0, 0, payload, sizeof payload);
 }
 
-gnss::MsgLoc MakeLoc(const Epoch& epoch)
+protocol::MsgLoc MakeLoc(const Epoch& epoch)
 {
-    auto loc = Blank<gnss::MsgLoc>();
+    auto loc = Blank<protocol::MsgLoc>();
     if (epoch.timeKnown) {
         loc.validMask |= LocTimeValid;
         loc.timestamp = static_cast<std::uint64_t>(epoch.utc - kGpsEpoch + kLeapMillis);
@@ -71,21 +71,21 @@ gnss::MsgLoc MakeLoc(const Epoch& epoch)
     return loc;
 }
 
-gnss::MsgMeas MakeMeas(const Epoch& epoch)
+protocol::MsgMeas MakeMeas(const Epoch& epoch)
 {
-    auto meas = Blank<gnss::MsgMeas>();
+    auto meas = Blank<protocol::MsgMeas>();
     const Vector3 here = ToEcef(epoch.position);
     std::size_t row = 0;
     for (std::size_t signal = 0; signal < 2; ++signal) {
         for (const EpochSatellite& satellite : epoch.satellites) {
             const SatelliteView& view = satellite.view;
-            if (!satellite.tracked || signal >= view.signals || row == gnss::kMeasEntries) {
+            if (!satellite.tracked || signal >= view.signals || row == protocol::kMeasEntries) {
                 continue;
             }
             const Vector3 before = PositionAt(*view.orbit, epoch.utc - kRateStep);
             const Vector3 after = PositionAt(*view.orbit, epoch.utc + kRateStep);
             const double frequency = Sky::Frequency(*view.orbit, signal);
-            gnss::MeasEntry& entry = meas.entry[row++];
+            protocol::MeasEntry& entry = meas.entry[row++];
             entry.svid = view.orbit->svid;
             entry.constellation = NamesOf(view.orbit->system).listIndex;
             entry.cn0 = static_cast<std::uint8_t>(view.cn0[signal] + 0.5);
@@ -109,9 +109,9 @@ gnss::MsgMeas MakeMeas(const Epoch& epoch)
     return meas;
 }
 
-gnss::MsgPdrComm MakePdrComm(const Epoch& epoch, double deltaTime)
+protocol::MsgPdrComm MakePdrComm(const Epoch& epoch, double deltaTime)
 {
-    auto message = Blank<gnss::MsgPdrComm>();
+    auto message = Blank<protocol::MsgPdrComm>();
     message.deltaTime = deltaTime;
     message.isStatic = epoch.speed < 0.3 ? 1 : 0;
     message.pvtState = epoch.fixed ? 1 : 0;
@@ -122,15 +122,15 @@ gnss::MsgPdrComm MakePdrComm(const Epoch& epoch, double deltaTime)
     return message;
 }
 
-gnss::MsgPdrMeas MakePdrMeas(const Epoch& epoch)
+protocol::MsgPdrMeas MakePdrMeas(const Epoch& epoch)
 {
-    auto message = Blank<gnss::MsgPdrMeas>();
+    auto message = Blank<protocol::MsgPdrMeas>();
     std::size_t row = 0;
     for (const EpochSatellite& satellite : epoch.satellites) {
-        if (!satellite.tracked || row == gnss::kMeasEntries) {
+        if (!satellite.tracked || row == protocol::kMeasEntries) {
             continue;
         }
-        gnss::PdrMeasEntry& entry = message.entry[row++];
+        protocol::PdrMeasEntry& entry = message.entry[row++];
         entry.svid = satellite.view.orbit->svid;
         entry.gnssType = NamesOf(satellite.view.orbit->system).listIndex;
         entry.inuseFlag = satellite.used ? 1 : 0;
@@ -139,9 +139,9 @@ gnss::MsgPdrMeas MakePdrMeas(const Epoch& epoch)
     return message;
 }
 
-gnss::MsgPdrLs MakePdrLs(const Epoch& epoch)
+protocol::MsgPdrLs MakePdrLs(const Epoch& epoch)
 {
-    auto message = Blank<gnss::MsgPdrLs>();
+    auto message = Blank<protocol::MsgPdrLs>();
     message.inuseNum = static_cast<std::uint16_t>(epoch.usedCount);
     if (epoch.fixed) {
         message.latitude = epoch.position.latitude;
@@ -159,9 +159,9 @@ gnss::MsgPdrLs MakePdrLs(const Epoch& epoch)
     return message;
 }
 
-gnss::MsgFtmCn0 MakeFtmCn0(const Epoch& epoch)
+protocol::MsgFtmCn0 MakeFtmCn0(const Epoch& epoch)
 {
-    auto message = Blank<gnss::MsgFtmCn0>();
+    auto message = Blank<protocol::MsgFtmCn0>();
     double best = 0.0;
     for (const EpochSatellite& satellite : epoch.satellites) {
         if (satellite.tracked) {
@@ -174,4 +174,4 @@ gnss::MsgFtmCn0 MakeFtmCn0(const Epoch& epoch)
     return message;
 }
 
-} // namespace vrx
+} // namespace receiver

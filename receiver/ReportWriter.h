@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace vrx {
+namespace receiver {
 
 /// A whole frame from the receiver.
 std::string MakeFrame(std::uint16_t id, std::uint16_t word1, std::uint16_t word2, const void* payload,
@@ -15,9 +15,9 @@ std::string MakeFrame(std::uint16_t id, std::uint16_t word1, std::uint16_t word2
 std::string MakeAck(std::uint16_t commandId, std::uint16_t status);
 
 /// A frame with a message's payload image.
-template <typename Message> std::string MakeMessage(gnss::MessageType type, const Message& message)
+template <typename Message> std::string MakeMessage(protocol::MessageType type, const Message& message)
 {
-    return MakeFrame(static_cast<std::uint16_t>(gnss::RptMessage + type), 0, 0, &message, sizeof message);
+    return MakeFrame(static_cast<std::uint16_t>(protocol::RptMessage + type), 0, 0, &message, sizeof message);
 }
 
 /// Bits of MsgLoc::validMask.
@@ -28,11 +28,11 @@ enum LocValid : std::uint32_t {
     LocSpeedValid = 8,
 };
 
-gnss::MsgLoc MakeLoc(const Epoch& epoch);
-gnss::MsgMeas MakeMeas(const Epoch& epoch);
-gnss::MsgPdrComm MakePdrComm(const Epoch& epoch, double deltaTime);
-gnss::MsgPdrMeas MakePdrMeas(const Epoch& epoch);
-gnss::MsgPdrLs MakePdrLs(const Epoch& epoch);
-gnss::MsgFtmCn0 MakeFtmCn0(const Epoch& epoch);
+protocol::MsgLoc MakeLoc(const Epoch& epoch);
+protocol::MsgMeas MakeMeas(const Epoch& epoch);
+protocol::MsgPdrComm MakePdrComm(const Epoch& epoch, double deltaTime);
+protocol::MsgPdrMeas MakePdrMeas(const Epoch& epoch);
+protocol::MsgPdrLs MakePdrLs(const Epoch& epoch);
+protocol::MsgFtmCn0 MakeFtmCn0(const Epoch& epoch);
 
-} // namespace vrx
+} // namespace receiver

@@ -4,7 +4,7 @@
 #include <ctime>
 #include <poll.h>
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -161,4 +161,4 @@ void Session::Run(const volatile std::sig_atomic_t& stop, const sigset_t& waitMa
     }
 }
 
-} // namespace vrx
+} // namespace receiver

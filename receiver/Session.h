@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-namespace vrx {
+namespace receiver {
 
 /// Joins the receiver, or the capture, to the line and lets real time pass.
 class Session {
@@ -41,4 +41,4 @@ private:
     Millis m_replugAt;
 };
 
-} // namespace vrx
+} // namespace receiver

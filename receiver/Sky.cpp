@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace vrx {
+namespace receiver {
 
 double Sky::Frequency(const Orbit& orbit, std::size_t signal)
 {
@@ -56,4 +56,4 @@ std::vector<SatelliteView> Sky::Above(const Geodetic& place, Millis utc,
     return views;
 }
 
-} // namespace vrx
+} // namespace receiver

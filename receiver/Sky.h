@@ -5,7 +5,7 @@
 #include <array>
 #include <vector>
 
-namespace vrx {
+namespace receiver {
 
 /// A satellite above the horizon as the antenna receives it.
 struct SatelliteView {
@@ -38,4 +38,4 @@ private:
     double m_attenuation = 0.0;
 };
 
-} // namespace vrx
+} // namespace receiver

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace vrx {
+namespace receiver {
 
 void AppendInteger(std::string& out, std::int64_t value, int width)
 {
@@ -81,4 +81,4 @@ bool ParseUnsigned64(std::string_view text, std::uint64_t& value)
     return Parse(text, value);
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -6,7 +6,7 @@
 
 // Numbers to text and back, whatever the process's locale is.
 
-namespace vrx {
+namespace receiver {
 
 /// Appends `value` with exactly `decimals` digits behind the point and at least `width` digits before it.
 void AppendFixed(std::string& out, double value, int decimals, int width = 1);
@@ -34,4 +34,4 @@ template <typename Each> void Split(std::string_view text, char separator, Each 
     }
 }
 
-} // namespace vrx
+} // namespace receiver

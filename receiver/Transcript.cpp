@@ -2,7 +2,7 @@
 
 #include "receiver/TextNumbers.h"
 
-namespace vrx {
+namespace receiver {
 
 Transcript::~Transcript()
 {
@@ -43,4 +43,4 @@ void Transcript::Write(Millis now, char direction, std::string_view bytes)
     std::fflush(m_file);
 }
 
-} // namespace vrx
+} // namespace receiver

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace vrx {
+namespace receiver {
 
 /// A file of every byte on the line: one text line for each piece, "seconds direction count hex |text|", where
 /// the direction is '>' for host to receiver and '<' for receiver to host.
@@ -24,4 +24,4 @@ private:
     std::FILE* m_file = nullptr;
 };
 
-} // namespace vrx
+} // namespace receiver

@@ -2,7 +2,7 @@
 
 #include "receiver/TextNumbers.h"
 
-namespace vrx {
+namespace receiver {
 
 namespace {
 
@@ -109,4 +109,4 @@ bool ParseUtc(std::string_view text, Millis& utc)
     return true;
 }
 
-} // namespace vrx
+} // namespace receiver

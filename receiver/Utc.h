@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace vrx {
+namespace receiver {
 
 /// Milliseconds: since 1970-01-01 UTC without leap seconds where it is called utc, since power-on otherwise.
 using Millis = std::int64_t;
@@ -31,4 +31,4 @@ bool FieldsValid(const UtcFields& fields);
 /// be missing.
 bool ParseUtc(std::string_view text, Millis& utc);
 
-} // namespace vrx
+} // namespace receiver

@@ -19,16 +19,16 @@ void OnStop(int)
 int main(int argc, char** argv)
 {
     const pid_t parent = ::getppid();
-    vrx::Options options;
+    receiver::Options options;
     std::string text;
-    switch (vrx::ParseOptions(std::vector<std::string>(argv + 1, argv + argc), options, text)) {
-    case vrx::OptionsResult::Told:
+    switch (receiver::ParseOptions(std::vector<std::string>(argv + 1, argv + argc), options, text)) {
+    case receiver::OptionsResult::Told:
         std::fputs(text.c_str(), stdout);
         return 0;
-    case vrx::OptionsResult::Bad:
+    case receiver::OptionsResult::Bad:
         std::fprintf(stderr, "gnss-receiver: %s\n", text.c_str());
         return 2;
-    case vrx::OptionsResult::Run:
+    case receiver::OptionsResult::Run:
         break;
     }
 
@@ -54,7 +54,7 @@ int main(int argc, char** argv)
         }
     }
 
-    vrx::Session session(options);
+    receiver::Session session(options);
     if (!session.Open(text)) {
         std::fprintf(stderr, "gnss-receiver: %s\n", text.c_str());
         return 2;

@@ -2,11 +2,11 @@
 
 #include <cmath>
 
-namespace pgnss {
+namespace seeds {
 
 namespace {
 
-using gnss::AssistSystem;
+using protocol::AssistSystem;
 
 constexpr double kTurn = 6.283185307179586;
 constexpr double kEarthRate = 7.2921151467e-5; ///< rad/s
@@ -28,8 +28,8 @@ const SeedOrbitSet& SetAt(const Seed& seed, AssistSystem system, std::uint32_t t
 
 std::vector<std::uint8_t> IntegrityFile(const Seed& seed, AssistSystem system)
 {
-    return gnss::MakeAssistIntegrity(system, seed.issued,
-                                     *seed.systems[static_cast<std::size_t>(system)].integrity);
+    return protocol::MakeAssistIntegrity(system, seed.issued,
+                                         *seed.systems[static_cast<std::size_t>(system)].integrity);
 }
 
 } // namespace
@@ -41,17 +41,17 @@ std::uint16_t EphemerisFit(AssistSystem system)
 
 const char* FilePrefix(AssistSystem system)
 {
-    constexpr const char* names[gnss::kAssistSystems] = {"GPS", "BDS", "GLO", "GAL", "QZS"};
+    constexpr const char* names[protocol::kAssistSystems] = {"GPS", "BDS", "GLO", "GAL", "QZS"};
     return names[static_cast<std::size_t>(system)];
 }
 
-std::vector<gnss::AssistOrbit> OrbitsAt(const Seed& seed, AssistSystem system, std::uint32_t toe)
+std::vector<protocol::AssistOrbit> OrbitsAt(const Seed& seed, AssistSystem system, std::uint32_t toe)
 {
     const SeedOrbitSet& set = SetAt(seed, system, toe);
     const double elapsed = static_cast<double>(toe) - static_cast<double>(set.epoch);
-    std::vector<gnss::AssistOrbit> orbits;
+    std::vector<protocol::AssistOrbit> orbits;
     for (const SeedOrbit& element : set.orbits) {
-        gnss::AssistOrbit orbit;
+        protocol::AssistOrbit orbit;
         orbit.number = element.number;
         orbit.health = element.health;
         orbit.fit = EphemerisFit(system);
@@ -66,9 +66,9 @@ std::vector<gnss::AssistOrbit> OrbitsAt(const Seed& seed, AssistSystem system, s
     return orbits;
 }
 
-std::vector<gnss::AssistChannel> ChannelsAt(const Seed& seed, AssistSystem system, std::uint32_t time)
+std::vector<protocol::AssistChannel> ChannelsAt(const Seed& seed, AssistSystem system, std::uint32_t time)
 {
-    std::vector<gnss::AssistChannel> channels;
+    std::vector<protocol::AssistChannel> channels;
     for (const SeedOrbit& orbit : SetAt(seed, system, time).orbits) {
         channels.push_back({orbit.number, orbit.channel, orbit.carriers});
     }
@@ -87,18 +87,19 @@ SeedError ExpandSeed(const Seed& seed, std::uint32_t time, std::vector<OutputFil
         const std::uint32_t middle = (time + half) / step * step;
         for (const std::uint32_t toe : {middle - step, middle, middle + step}) {
             files.push_back({FilePrefix(system) + ('_' + std::to_string(toe)) + ".eph",
-                             gnss::MakeAssistEphemeris(system, seed.issued, OrbitsAt(seed, system, toe))});
+                             protocol::MakeAssistEphemeris(system, seed.issued, OrbitsAt(seed, system, toe))});
         }
     }
-    files.push_back({"GPS_UTC.dat", gnss::MakeAssistUtc(AssistSystem::Gps, seed.issued, *seed.utc)});
-    files.push_back({"GPS_ION.dat", gnss::MakeAssistIonosphere(AssistSystem::Gps, seed.issued, *seed.ionosphere)});
+    files.push_back({"GPS_UTC.dat", protocol::MakeAssistUtc(AssistSystem::Gps, seed.issued, *seed.utc)});
+    files.push_back(
+        {"GPS_ION.dat", protocol::MakeAssistIonosphere(AssistSystem::Gps, seed.issued, *seed.ionosphere)});
     files.push_back({"GPS_RTI.dat", IntegrityFile(seed, AssistSystem::Gps)});
     files.push_back({"GLO_RTI.dat", IntegrityFile(seed, AssistSystem::Glonass)});
-    files.push_back({"GLO_AUX.dat", gnss::MakeAssistChannels(AssistSystem::Glonass, seed.issued,
-                                                             ChannelsAt(seed, AssistSystem::Glonass, time))});
+    files.push_back({"GLO_AUX.dat", protocol::MakeAssistChannels(AssistSystem::Glonass, seed.issued,
+                                                                 ChannelsAt(seed, AssistSystem::Glonass, time))});
     files.push_back({"BDS_RTI.dat", IntegrityFile(seed, AssistSystem::Beidou)});
     files.push_back({"GAL_RTI.dat", IntegrityFile(seed, AssistSystem::Galileo)});
     return SeedError::None;
 }
 
-} // namespace pgnss
+} // namespace seeds

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace pgnss {
+namespace seeds {
 
 /// A file of the decoder's output: the payload of one assistance item.
 struct OutputFile {
@@ -15,19 +15,20 @@ struct OutputFile {
 
 /// Seconds for which an ephemeris serves before and after its own moment; ephemerides are made at whole
 /// multiples of it.
-std::uint16_t EphemerisFit(gnss::AssistSystem system);
+std::uint16_t EphemerisFit(protocol::AssistSystem system);
 
 /// The system's name in file names.
-const char* FilePrefix(gnss::AssistSystem system);
+const char* FilePrefix(protocol::AssistSystem system);
 
 /// The satellites of a system, with elements that hold at `toe`. Outside the validity the nearest set is taken.
-std::vector<gnss::AssistOrbit> OrbitsAt(const Seed& seed, gnss::AssistSystem system, std::uint32_t toe);
+std::vector<protocol::AssistOrbit> OrbitsAt(const Seed& seed, protocol::AssistSystem system, std::uint32_t toe);
 
 /// Frequency channels and carriers of a system's satellites at a moment.
-std::vector<gnss::AssistChannel> ChannelsAt(const Seed& seed, gnss::AssistSystem system, std::uint32_t time);
+std::vector<protocol::AssistChannel> ChannelsAt(const Seed& seed, protocol::AssistSystem system,
+                                                std::uint32_t time);
 
 /// All files for a moment: of each system the ephemerides of the multiple of its fit that is nearest behind
 /// `time` (GLONASS: nearest at all) and of its two neighbours, then the seven data files.
 SeedError ExpandSeed(const Seed& seed, std::uint32_t time, std::vector<OutputFile>& files);
 
-} // namespace pgnss
+} // namespace seeds

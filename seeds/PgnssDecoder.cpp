@@ -4,7 +4,7 @@
 
 #include <new>
 
-using pgnss::SeedError;
+using seeds::SeedError;
 
 namespace {
 
@@ -36,8 +36,8 @@ int GetPgnssDataValidTime(const char* seedPath, std::uint32_t* validStart, std::
         if (Empty(seedPath) || validStart == nullptr || validEnd == nullptr) {
             return SeedError::Argument;
         }
-        pgnss::Seed seed;
-        const SeedError error = pgnss::ReadSeedFile(seedPath, seed);
+        seeds::Seed seed;
+        const SeedError error = seeds::ReadSeedFile(seedPath, seed);
         if (error == SeedError::None) {
             *validStart = seed.validStart;
             *validEnd = seed.validEnd;
@@ -52,12 +52,12 @@ int ParsePgnssData(const char* seedPath, const char* outputDirectory, std::uint3
         if (Empty(seedPath) || Empty(outputDirectory) || mode != kOnlyMode) {
             return SeedError::Argument;
         }
-        pgnss::Seed seed;
-        std::vector<pgnss::OutputFile> files;
-        SeedError error = pgnss::ReadSeedFile(seedPath, seed);
+        seeds::Seed seed;
+        std::vector<seeds::OutputFile> files;
+        SeedError error = seeds::ReadSeedFile(seedPath, seed);
         if (error == SeedError::None) {
-            error = pgnss::ExpandSeed(seed, time, files);
+            error = seeds::ExpandSeed(seed, time, files);
         }
-        return error == SeedError::None ? pgnss::WriteFiles(outputDirectory, files) : error;
+        return error == SeedError::None ? seeds::WriteFiles(outputDirectory, files) : error;
     });
 }

@@ -7,7 +7,7 @@
 
 #include <filesystem>
 
-namespace pgnss {
+namespace seeds {
 
 namespace {
 
@@ -16,7 +16,7 @@ struct Scene {
     double longitude;
     double latitude;
     double altitude;
-    vrx::UtcFields start;
+    receiver::UtcFields start;
 };
 
 constexpr Scene kScenes[] = {
@@ -26,28 +26,30 @@ constexpr Scene kScenes[] = {
 };
 
 struct SceneEphemeris {
-    gnss::AssistSystem system;
+    protocol::AssistSystem system;
     const char* file;
 };
 
 constexpr SceneEphemeris kEphemerides[] = {
-    {gnss::AssistSystem::Gps, "GPS_PGNSS_REPLAY_FILE"},    {gnss::AssistSystem::Glonass, "GLO_PGNSS_REPLAY_FILE"},
-    {gnss::AssistSystem::Beidou, "BDS_PGNSS_REPLAY_FILE"}, {gnss::AssistSystem::Galileo, "GAL_PGNSS_REPLAY_FILE"},
-    {gnss::AssistSystem::Qzss, "QZSS_PGNSS_REPLAY_FILE"},
+    {protocol::AssistSystem::Gps, "GPS_PGNSS_REPLAY_FILE"},
+    {protocol::AssistSystem::Glonass, "GLO_PGNSS_REPLAY_FILE"},
+    {protocol::AssistSystem::Beidou, "BDS_PGNSS_REPLAY_FILE"},
+    {protocol::AssistSystem::Galileo, "GAL_PGNSS_REPLAY_FILE"},
+    {protocol::AssistSystem::Qzss, "QZSS_PGNSS_REPLAY_FILE"},
 };
 
 std::string Decimal(double value, int decimals)
 {
     std::string text;
-    vrx::AppendFixed(text, value, decimals);
+    receiver::AppendFixed(text, value, decimals);
     return text;
 }
 
-std::string UtcText(const vrx::UtcFields& utc)
+std::string UtcText(const receiver::UtcFields& utc)
 {
     std::string text;
     const auto append = [&text](int value, int width, const char* behind) {
-        vrx::AppendInteger(text, value, width);
+        receiver::AppendInteger(text, value, width);
         text += behind;
     };
     append(utc.year, 4, "-");
@@ -93,15 +95,16 @@ SeedError WriteSampleScenes(const std::string& directory)
     std::string json = "{\n    \"sence\": [";
     const char* before = "\n";
     for (const Scene& scene : kScenes) {
-        const auto start = static_cast<std::uint32_t>(vrx::FromFields(scene.start) / 1000);
+        const auto start = static_cast<std::uint32_t>(receiver::FromFields(scene.start) / 1000);
         const Seed seed = MakeModelSeed(start, start, start + 86400);
         std::vector<OutputFile> files;
         for (const SceneEphemeris& ephemeris : kEphemerides) {
-            files.push_back({ephemeris.file, gnss::MakeAssistEphemeris(ephemeris.system, start,
-                                                                       OrbitsAt(seed, ephemeris.system, start))});
+            files.push_back(
+                {ephemeris.file,
+                 protocol::MakeAssistEphemeris(ephemeris.system, start, OrbitsAt(seed, ephemeris.system, start))});
         }
-        files.push_back(
-            {"ION_CUT.bin", gnss::MakeAssistGrid(start, MakeModelGrid(scene.latitude, scene.longitude, start))});
+        files.push_back({"ION_CUT.bin",
+                         protocol::MakeAssistGrid(start, MakeModelGrid(scene.latitude, scene.longitude, start))});
         fs::create_directories(library / scene.name, error);
         const SeedError written = WriteFiles((library / scene.name).u8string(), files);
         if (written != SeedError::None) {
@@ -116,4 +119,4 @@ SeedError WriteSampleScenes(const std::string& directory)
                : SeedError::CannotWrite;
 }
 
-} // namespace pgnss
+} // namespace seeds

@@ -4,9 +4,9 @@
 
 #include <string>
 
-namespace pgnss {
+namespace seeds {
 
 /// Writes the sample scene library into an existing directory: sence.json and a folder for each scene.
 SeedError WriteSampleScenes(const std::string& directory);
 
-} // namespace pgnss
+} // namespace seeds

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace pgnss {
+namespace seeds {
 
 namespace {
 
@@ -12,8 +12,8 @@ constexpr std::size_t kOrbitSetHeaderSize = 12;
 constexpr std::size_t kSeedOrbitSize = 40;
 constexpr double kPi = 3.14159265358979323846;
 
-void AppendSection(gnss::ImageWriter& image, SectionType type, std::size_t system, std::size_t count,
-                   const gnss::ImageWriter& content)
+void AppendSection(protocol::ImageWriter& image, SectionType type, std::size_t system, std::size_t count,
+                   const protocol::ImageWriter& content)
 {
     image.U8(type);
     image.U8(static_cast<unsigned>(system));
@@ -27,16 +27,16 @@ bool Within(double value, double lowest, double highest)
     return value >= lowest && value <= highest; // false for not-a-number
 }
 
-SeedError ReadOrbits(gnss::ImageReader content, std::size_t system, std::size_t count, SeedOrbitSet& set)
+SeedError ReadOrbits(protocol::ImageReader content, std::size_t system, std::size_t count, SeedOrbitSet& set)
 {
     set.epoch = content.U32();
     set.from = content.U32();
     set.until = content.U32();
-    if (count < 1 || count > gnss::kMaxAssistSatellites || !content.Good() ||
+    if (count < 1 || count > protocol::kMaxAssistSatellites || !content.Good() ||
         content.Left() != count * kSeedOrbitSize) {
         return SeedError::Section;
     }
-    const bool glonass = system == static_cast<std::size_t>(gnss::AssistSystem::Glonass);
+    const bool glonass = system == static_cast<std::size_t>(protocol::AssistSystem::Glonass);
     std::uint64_t seen = 0;
     set.orbits.assign(count, SeedOrbit());
     for (SeedOrbit& orbit : set.orbits) {
@@ -49,7 +49,7 @@ SeedError ReadOrbits(gnss::ImageReader content, std::size_t system, std::size_t 
         orbit.inclination = content.F64();
         orbit.node = content.F64();
         orbit.argument = content.F64();
-        if (orbit.number < 1 || orbit.number > gnss::kMaxAssistSatellites || orbit.carriers < 1 ||
+        if (orbit.number < 1 || orbit.number > protocol::kMaxAssistSatellites || orbit.carriers < 1 ||
             orbit.carriers > 3 || reserved != 0 || orbit.channel < (glonass ? -7 : 0) ||
             orbit.channel > (glonass ? 6 : 0) || !Within(orbit.radius, 6.5e6, 1e8) ||
             !Within(orbit.inclination, 0.0, kPi) || !Within(orbit.node, -2.0 * kPi, 2.0 * kPi) ||
@@ -65,35 +65,35 @@ SeedError ReadOrbits(gnss::ImageReader content, std::size_t system, std::size_t 
     return set.from < set.until ? SeedError::None : SeedError::Value;
 }
 
-SeedError ReadUtc(gnss::ImageReader content, std::optional<gnss::AssistUtc>& utc)
+SeedError ReadUtc(protocol::ImageReader content, std::optional<protocol::AssistUtc>& utc)
 {
     if (utc || content.Left() != 24) {
         return SeedError::Section;
     }
     utc.emplace();
-    return gnss::ReadAssistUtc(content, *utc) ? SeedError::None : SeedError::Value;
+    return protocol::ReadAssistUtc(content, *utc) ? SeedError::None : SeedError::Value;
 }
 
-SeedError ReadIonosphere(gnss::ImageReader content, std::optional<gnss::AssistIonosphere>& ionosphere)
+SeedError ReadIonosphere(protocol::ImageReader content, std::optional<protocol::AssistIonosphere>& ionosphere)
 {
     if (ionosphere || content.Left() != 32) {
         return SeedError::Section;
     }
     ionosphere.emplace();
-    return gnss::ReadAssistIonosphere(content, *ionosphere) ? SeedError::None : SeedError::Value;
+    return protocol::ReadAssistIonosphere(content, *ionosphere) ? SeedError::None : SeedError::Value;
 }
 
-SeedError ReadSection(gnss::ImageReader& image, Seed& seed)
+SeedError ReadSection(protocol::ImageReader& image, Seed& seed)
 {
     const std::uint8_t type = image.U8();
     const std::uint8_t system = image.U8();
     const std::uint16_t count = image.U16();
     const std::uint32_t length = image.U32();
     const std::uint8_t* bytes = image.Raw(length);
-    if (bytes == nullptr || system >= gnss::kAssistSystems) {
+    if (bytes == nullptr || system >= protocol::kAssistSystems) {
         return SeedError::Section;
     }
-    const gnss::ImageReader content(bytes, length);
+    const protocol::ImageReader content(bytes, length);
     if (type == SectionOrbits) {
         SeedOrbitSet set;
         const SeedError error = ReadOrbits(content, system, count, set);
@@ -103,7 +103,7 @@ SeedError ReadSection(gnss::ImageReader& image, Seed& seed)
     if (count != 1) {
         return SeedError::Section;
     }
-    const bool gps = system == static_cast<std::size_t>(gnss::AssistSystem::Gps);
+    const bool gps = system == static_cast<std::size_t>(protocol::AssistSystem::Gps);
     if (type == SectionUtc && gps) {
         return ReadUtc(content, seed.utc);
     }
@@ -112,7 +112,7 @@ SeedError ReadSection(gnss::ImageReader& image, Seed& seed)
     }
     if (type == SectionIntegrity && !seed.systems[system].integrity && length == 8) {
         seed.systems[system].integrity.emplace();
-        gnss::ReadAssistIntegrity(content, *seed.systems[system].integrity);
+        protocol::ReadAssistIntegrity(content, *seed.systems[system].integrity);
         return SeedError::None;
     }
     return SeedError::Section;
@@ -141,11 +141,11 @@ SeedError CheckComplete(const Seed& seed)
 
 std::vector<std::uint8_t> PackSeed(const Seed& seed)
 {
-    gnss::ImageWriter sections;
+    protocol::ImageWriter sections;
     std::uint16_t count = 0;
-    for (std::size_t system = 0; system < gnss::kAssistSystems; ++system) {
+    for (std::size_t system = 0; system < protocol::kAssistSystems; ++system) {
         for (const SeedOrbitSet& set : seed.systems[system].sets) {
-            gnss::ImageWriter content;
+            protocol::ImageWriter content;
             content.U32(set.epoch);
             content.U32(set.from);
             content.U32(set.until);
@@ -164,14 +164,14 @@ std::vector<std::uint8_t> PackSeed(const Seed& seed)
             ++count;
         }
         if (seed.systems[system].integrity) {
-            gnss::ImageWriter content;
+            protocol::ImageWriter content;
             content.U64(seed.systems[system].integrity->unusable);
             AppendSection(sections, SectionIntegrity, system, 1, content);
             ++count;
         }
     }
     if (seed.utc) {
-        gnss::ImageWriter content;
+        protocol::ImageWriter content;
         content.F64(seed.utc->a0);
         content.F64(seed.utc->a1);
         content.U32(seed.utc->reference);
@@ -182,7 +182,7 @@ std::vector<std::uint8_t> PackSeed(const Seed& seed)
         ++count;
     }
     if (seed.ionosphere) {
-        gnss::ImageWriter content;
+        protocol::ImageWriter content;
         for (const auto* values : {&seed.ionosphere->alpha, &seed.ionosphere->beta}) {
             for (const float value : *values) {
                 content.F32(value);
@@ -192,7 +192,7 @@ std::vector<std::uint8_t> PackSeed(const Seed& seed)
         ++count;
     }
 
-    gnss::ImageWriter image;
+    protocol::ImageWriter image;
     image.Raw(kSeedMagic, sizeof kSeedMagic);
     image.U16(kSeedVersion);
     image.U16(count);
@@ -220,7 +220,7 @@ SeedError ParseSeed(const std::uint8_t* bytes, std::size_t length, Seed& seed)
     if (length < kSeedHeaderSize + kSeedCheckSize) {
         return SeedError::TooShort;
     }
-    gnss::ImageReader image(bytes, length - kSeedCheckSize);
+    protocol::ImageReader image(bytes, length - kSeedCheckSize);
     image.Raw(sizeof kSeedMagic);
     const std::uint16_t version = image.U16();
     const std::uint16_t count = image.U16();
@@ -229,7 +229,7 @@ SeedError ParseSeed(const std::uint8_t* bytes, std::size_t length, Seed& seed)
     seed.issued = image.U32();
     seed.validStart = image.U32();
     seed.validEnd = image.U32();
-    if (image.U32() != gnss::Crc32(bytes, kSeedHeaderSize - 4)) {
+    if (image.U32() != protocol::Crc32(bytes, kSeedHeaderSize - 4)) {
         return SeedError::Header;
     }
     if (version != kSeedVersion) {
@@ -238,8 +238,8 @@ SeedError ParseSeed(const std::uint8_t* bytes, std::size_t length, Seed& seed)
     if (length != total) {
         return length < total ? SeedError::TooShort : SeedError::TooLong;
     }
-    gnss::ImageReader check(bytes + length - kSeedCheckSize, kSeedCheckSize);
-    if (check.U32() != gnss::Crc32(bytes, length - kSeedCheckSize)) {
+    protocol::ImageReader check(bytes + length - kSeedCheckSize, kSeedCheckSize);
+    if (check.U32() != protocol::Crc32(bytes, length - kSeedCheckSize)) {
         return SeedError::Check;
     }
     if (seed.validStart < kEarliestSeedTime || seed.validEnd > kLatestSeedTime ||
@@ -258,4 +258,4 @@ SeedError ParseSeed(const std::uint8_t* bytes, std::size_t length, Seed& seed)
     return CheckComplete(seed);
 }
 
-} // namespace pgnss
+} // namespace seeds

@@ -10,7 +10,7 @@
 
 // A seed's content and its file image; docs/seed-format.md has the layout. Times are Unix seconds, UTC.
 
-namespace pgnss {
+namespace seeds {
 
 constexpr std::uint8_t kSeedMagic[8] = {0x89, 'G', 'W', 'S', 0x0D, 0x0A, 0x1A, 0x0A};
 constexpr std::uint16_t kSeedVersion = 1;
@@ -46,16 +46,16 @@ struct SeedOrbitSet {
 
 struct SeedSystem {
     std::vector<SeedOrbitSet> sets; ///< in order of time, without gaps
-    std::optional<gnss::AssistIntegrity> integrity;
+    std::optional<protocol::AssistIntegrity> integrity;
 };
 
 struct Seed {
     std::uint32_t issued = 0;
     std::uint32_t validStart = 0;
     std::uint32_t validEnd = 0;
-    std::array<SeedSystem, gnss::kAssistSystems> systems;
-    std::optional<gnss::AssistUtc> utc;
-    std::optional<gnss::AssistIonosphere> ionosphere;
+    std::array<SeedSystem, protocol::kAssistSystems> systems;
+    std::optional<protocol::AssistUtc> utc;
+    std::optional<protocol::AssistIonosphere> ionosphere;
 };
 
 std::vector<std::uint8_t> PackSeed(const Seed& seed);
@@ -63,4 +63,4 @@ std::vector<std::uint8_t> PackSeed(const Seed& seed);
 /// Reads an image of any content. `seed` is undefined when the result is not None. Throws std::bad_alloc only.
 SeedError ParseSeed(const std::uint8_t* bytes, std::size_t length, Seed& seed);
 
-} // namespace pgnss
+} // namespace seeds

@@ -1,6 +1,6 @@
 #include "seeds/SeedErrors.h"
 
-namespace pgnss {
+namespace seeds {
 
 const char* TextOf(SeedError error)
 {
@@ -43,4 +43,4 @@ const char* TextOf(SeedError error)
     return "unknown error";
 }
 
-} // namespace pgnss
+} // namespace seeds

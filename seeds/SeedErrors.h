@@ -1,6 +1,6 @@
 #pragma once
 
-namespace pgnss {
+namespace seeds {
 
 /// What the decoder's entry points return. docs/seed-format.md lists the numbers; they never change.
 enum class SeedError : int {
@@ -26,4 +26,4 @@ enum class SeedError : int {
 /// One line for a person.
 const char* TextOf(SeedError error);
 
-} // namespace pgnss
+} // namespace seeds

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
-namespace pgnss {
+namespace seeds {
 
 namespace fs = std::filesystem;
 
@@ -77,4 +77,4 @@ SeedError WriteFiles(const std::string& directory, const std::vector<OutputFile>
     return SeedError::None;
 }
 
-} // namespace pgnss
+} // namespace seeds

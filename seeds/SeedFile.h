@@ -7,7 +7,7 @@
 
 // Files by their UTF-8 paths.
 
-namespace pgnss {
+namespace seeds {
 
 SeedError ReadSeedFile(const std::string& path, Seed& seed);
 
@@ -17,4 +17,4 @@ bool WriteWholeFile(const std::string& path, const std::vector<std::uint8_t>& by
 /// Writes files into a directory, in the place of files of the same names. After a failure none of them is left.
 SeedError WriteFiles(const std::string& directory, const std::vector<OutputFile>& files);
 
-} // namespace pgnss
+} // namespace seeds

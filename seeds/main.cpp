@@ -11,7 +11,7 @@
 
 namespace {
 
-using pgnss::SeedError;
+using seeds::SeedError;
 using Arguments = std::vector<std::string>;
 
 constexpr int kUsage = 64;
@@ -31,8 +31,8 @@ UTC is written as 2026-03-14T09:26:53. The exit status is the decoder's error co
 
 bool TakeTime(const Arguments& arguments, std::size_t index, std::int64_t usual, std::int64_t& seconds)
 {
-    vrx::Millis utc = usual * 1000;
-    if (index < arguments.size() && !vrx::ParseUtc(arguments[index], utc)) {
+    receiver::Millis utc = usual * 1000;
+    if (index < arguments.size() && !receiver::ParseUtc(arguments[index], utc)) {
         return false;
     }
     seconds = utc / 1000;
@@ -42,19 +42,19 @@ bool TakeTime(const Arguments& arguments, std::size_t index, std::int64_t usual,
 int Report(SeedError error)
 {
     if (error != SeedError::None) {
-        std::fprintf(stderr, "pgnss-seed: %s (%d)\n", pgnss::TextOf(error), static_cast<int>(error));
+        std::fprintf(stderr, "pgnss-seed: %s (%d)\n", seeds::TextOf(error), static_cast<int>(error));
     }
     return static_cast<int>(error);
 }
 
 std::string UtcText(std::uint32_t seconds)
 {
-    const vrx::UtcFields f = vrx::ToFields(seconds * vrx::Millis{1000});
+    const receiver::UtcFields f = receiver::ToFields(seconds * receiver::Millis{1000});
     std::string text;
     const char* behind[] = {"-", "-", "T", ":", ":", "Z"};
     const int values[] = {f.year, f.month, f.day, f.hour, f.minute, f.second};
     for (std::size_t i = 0; i < 6; ++i) {
-        vrx::AppendInteger(text, values[i], i == 0 ? 4 : 2);
+        receiver::AppendInteger(text, values[i], i == 0 ? 4 : 2);
         text += behind[i];
     }
     return text;
@@ -64,32 +64,32 @@ int Write(const Arguments& arguments, std::int64_t now)
 {
     std::int64_t days = 7;
     std::int64_t start = 0;
-    if ((arguments.size() > 2 && !vrx::ParseInteger(arguments[2], days)) || days < 1 || days > 60 ||
+    if ((arguments.size() > 2 && !receiver::ParseInteger(arguments[2], days)) || days < 1 || days > 60 ||
         !TakeTime(arguments, 3, now - 3600, start)) {
         return kUsage;
     }
-    if (start < pgnss::kEarliestSeedTime || start + days * kDay > pgnss::kLatestSeedTime) {
+    if (start < seeds::kEarliestSeedTime || start + days * kDay > seeds::kLatestSeedTime) {
         return Report(SeedError::Span);
     }
-    const pgnss::Seed seed =
-        pgnss::MakeModelSeed(static_cast<std::uint32_t>(now), static_cast<std::uint32_t>(start),
+    const seeds::Seed seed =
+        seeds::MakeModelSeed(static_cast<std::uint32_t>(now), static_cast<std::uint32_t>(start),
                              static_cast<std::uint32_t>(start + days * kDay));
-    return Report(pgnss::WriteWholeFile(arguments[1], pgnss::PackSeed(seed)) ? SeedError::None
+    return Report(seeds::WriteWholeFile(arguments[1], seeds::PackSeed(seed)) ? SeedError::None
                                                                              : SeedError::CannotWrite);
 }
 
 int Show(const Arguments& arguments)
 {
-    pgnss::Seed seed;
-    const SeedError error = pgnss::ReadSeedFile(arguments[1], seed);
+    seeds::Seed seed;
+    const SeedError error = seeds::ReadSeedFile(arguments[1], seed);
     if (error != SeedError::None) {
         return Report(error);
     }
     std::printf("valid %s to %s\n", UtcText(seed.validStart).c_str(), UtcText(seed.validEnd).c_str());
-    for (std::size_t i = 0; i < gnss::kAssistSystems; ++i) {
+    for (std::size_t i = 0; i < protocol::kAssistSystems; ++i) {
         const auto& sets = seed.systems[i].sets;
         std::printf("%s: %zu sets of orbits, %zu satellites in the first\n",
-                    pgnss::FilePrefix(static_cast<gnss::AssistSystem>(i)), sets.size(),
+                    seeds::FilePrefix(static_cast<protocol::AssistSystem>(i)), sets.size(),
                     sets.front().orbits.size());
     }
     return 0;
@@ -101,14 +101,14 @@ int Expand(const Arguments& arguments, std::int64_t now)
     if (!TakeTime(arguments, 3, now, time)) {
         return kUsage;
     }
-    pgnss::Seed seed;
-    std::vector<pgnss::OutputFile> files;
-    SeedError error = pgnss::ReadSeedFile(arguments[1], seed);
+    seeds::Seed seed;
+    std::vector<seeds::OutputFile> files;
+    SeedError error = seeds::ReadSeedFile(arguments[1], seed);
     if (error == SeedError::None) {
-        const bool tells = time >= 0 && time <= pgnss::kLatestSeedTime;
-        error = tells ? pgnss::ExpandSeed(seed, static_cast<std::uint32_t>(time), files) : SeedError::OutsideSpan;
+        const bool tells = time >= 0 && time <= seeds::kLatestSeedTime;
+        error = tells ? seeds::ExpandSeed(seed, static_cast<std::uint32_t>(time), files) : SeedError::OutsideSpan;
     }
-    return Report(error == SeedError::None ? pgnss::WriteFiles(arguments[2], files) : error);
+    return Report(error == SeedError::None ? seeds::WriteFiles(arguments[2], files) : error);
 }
 
 int Run(const Arguments& arguments)
@@ -126,7 +126,7 @@ int Run(const Arguments& arguments)
         return Expand(arguments, now);
     }
     if (verb == "scenes" && count == 2) {
-        return Report(pgnss::WriteSampleScenes(arguments[1]));
+        return Report(seeds::WriteSampleScenes(arguments[1]));
     }
     return kUsage;
 }

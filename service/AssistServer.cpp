@@ -11,7 +11,7 @@
 #include <mutex>
 #include <thread>
 
-namespace assistance {
+namespace service {
 
 namespace {
 
@@ -203,4 +203,4 @@ void AssistServer::Stop()
     m_inside->server.stop();
 }
 
-} // namespace assistance
+} // namespace service

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-namespace assistance {
+namespace service {
 
 struct ServerSettings {
     CertificateFiles certificate;
@@ -48,4 +48,4 @@ private:
     std::unique_ptr<Inside> m_inside;
 };
 
-} // namespace assistance
+} // namespace service

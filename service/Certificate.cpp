@@ -13,7 +13,7 @@
 #include <ctime>
 #include <memory>
 
-namespace assistance {
+namespace service {
 
 namespace {
 
@@ -117,4 +117,4 @@ std::string EnsureCertificate(const std::string& folder, CertificateFiles& files
     return "no certificate can be made in " + folder;
 }
 
-} // namespace assistance
+} // namespace service

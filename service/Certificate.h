@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace assistance {
+namespace service {
 
 /// The service's certificate and private key as PEM files.
 struct CertificateFiles {
@@ -14,4 +14,4 @@ struct CertificateFiles {
 /// within a week. They name localhost, 127.0.0.1 and ::1. Empty on success, else what is wrong.
 std::string EnsureCertificate(const std::string& folder, CertificateFiles& files);
 
-} // namespace assistance
+} // namespace service

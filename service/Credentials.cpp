@@ -6,7 +6,7 @@
 
 #include <sstream>
 
-namespace assistance {
+namespace service {
 
 namespace {
 
@@ -62,4 +62,4 @@ std::string LoadCredentials(const std::string& folder, Credentials& credentials)
     return {};
 }
 
-} // namespace assistance
+} // namespace service

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace assistance {
+namespace service {
 
 /// What a client proves itself with.
 struct Credentials {
@@ -14,4 +14,4 @@ struct Credentials {
 /// Empty on success, else what is wrong.
 std::string LoadCredentials(const std::string& folder, Credentials& credentials);
 
-} // namespace assistance
+} // namespace service

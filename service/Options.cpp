@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-namespace assistance {
+namespace service {
 
 namespace {
 
@@ -67,4 +67,4 @@ OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& o
     return OptionsResult::Run;
 }
 
-} // namespace assistance
+} // namespace service

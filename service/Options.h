@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace assistance {
+namespace service {
 
 struct Options {
     std::string folder = "."; ///< where certificate and credentials are kept
@@ -22,4 +22,4 @@ enum class OptionsResult {
 
 OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& text);
 
-} // namespace assistance
+} // namespace service

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <iterator>
 
-namespace assistance {
+namespace service {
 
 bool ReadFile(const std::string& path, std::string& text)
 {
@@ -44,4 +44,4 @@ bool WritePrivateFile(const std::string& path, const std::string& text)
     return false;
 }
 
-} // namespace assistance
+} // namespace service

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace assistance {
+namespace service {
 
 /// The whole of a regular file; false when it cannot be read.
 bool ReadFile(const std::string& path, std::string& text);
@@ -11,4 +11,4 @@ bool ReadFile(const std::string& path, std::string& text);
 /// whole new one.
 bool WritePrivateFile(const std::string& path, const std::string& text);
 
-} // namespace assistance
+} // namespace service

@@ -6,11 +6,11 @@
 
 #include <algorithm>
 
-namespace assistance {
+namespace service {
 
 namespace {
 
-using gnss::AssistSystem;
+using protocol::AssistSystem;
 
 constexpr std::uint32_t kHour = 3600;
 constexpr std::uint32_t kDay = 86400;
@@ -24,42 +24,44 @@ struct Constellation {
 
 // In the order of the mask's bits.
 constexpr Constellation kConstellations[] = {
-    {1, gnss::kTagGps, AssistSystem::Gps},
-    {2, gnss::kTagGlo, AssistSystem::Glonass},
-    {4, gnss::kTagBds, AssistSystem::Beidou},
-    {8, gnss::kTagGal, AssistSystem::Galileo},
+    {1, protocol::kTagGps, AssistSystem::Gps},
+    {2, protocol::kTagGlo, AssistSystem::Glonass},
+    {4, protocol::kTagBds, AssistSystem::Beidou},
+    {8, protocol::kTagGal, AssistSystem::Galileo},
 };
 
 struct DataType {
     std::uint32_t bit; ///< 0: always sent
-    gnss::AgnssKind kind;
+    protocol::AgnssKind kind;
 };
 
 // In the order of the tags.
 constexpr DataType kDataTypes[] = {
-    {0, gnss::AgnssRtc}, {1, gnss::AgnssEph}, {2, gnss::AgnssUtc},
-    {4, gnss::AgnssIon}, {8, gnss::AgnssRti}, {16, gnss::AgnssAux},
+    {0, protocol::AgnssRtc}, {1, protocol::AgnssEph}, {2, protocol::AgnssUtc},
+    {4, protocol::AgnssIon}, {8, protocol::AgnssRti}, {16, protocol::AgnssAux},
 };
 
-std::vector<std::uint8_t> MakePayload(gnss::AgnssKind kind, AssistSystem system, const pgnss::Seed& sky,
+std::vector<std::uint8_t> MakePayload(protocol::AgnssKind kind, AssistSystem system, const seeds::Seed& sky,
                                       std::int64_t nowMillis)
 {
     const auto now = static_cast<std::uint32_t>(nowMillis / 1000);
-    const std::uint32_t fit = pgnss::EphemerisFit(system);
+    const std::uint32_t fit = seeds::EphemerisFit(system);
     switch (kind) {
-    case gnss::AgnssRtc:
-        return gnss::MakeAssistTime(system, now,
-                                    {now, static_cast<std::uint16_t>(nowMillis % 1000), kTimeUncertainty});
-    case gnss::AgnssEph:
-        return gnss::MakeAssistEphemeris(system, now, pgnss::OrbitsAt(sky, system, (now + fit / 2) / fit * fit));
-    case gnss::AgnssUtc:
-        return gnss::MakeAssistUtc(system, now, *sky.utc);
-    case gnss::AgnssIon:
-        return gnss::MakeAssistIonosphere(system, now, *sky.ionosphere);
-    case gnss::AgnssRti:
-        return gnss::MakeAssistIntegrity(system, now, *sky.systems[static_cast<std::size_t>(system)].integrity);
-    case gnss::AgnssAux:
-        return gnss::MakeAssistChannels(system, now, pgnss::ChannelsAt(sky, system, now));
+    case protocol::AgnssRtc:
+        return protocol::MakeAssistTime(system, now,
+                                        {now, static_cast<std::uint16_t>(nowMillis % 1000), kTimeUncertainty});
+    case protocol::AgnssEph:
+        return protocol::MakeAssistEphemeris(system, now,
+                                             seeds::OrbitsAt(sky, system, (now + fit / 2) / fit * fit));
+    case protocol::AgnssUtc:
+        return protocol::MakeAssistUtc(system, now, *sky.utc);
+    case protocol::AgnssIon:
+        return protocol::MakeAssistIonosphere(system, now, *sky.ionosphere);
+    case protocol::AgnssRti:
+        return protocol::MakeAssistIntegrity(system, now,
+                                             *sky.systems[static_cast<std::size_t>(system)].integrity);
+    case protocol::AgnssAux:
+        return protocol::MakeAssistChannels(system, now, seeds::ChannelsAt(sky, system, now));
     }
     return {};
 }
@@ -67,7 +69,7 @@ std::vector<std::uint8_t> MakePayload(gnss::AgnssKind kind, AssistSystem system,
 /// u16 tag, u16 length, payload, low 8 bits of the sum of everything before.
 void AppendRecord(std::string& body, const TaggedRecord& record, bool wrongSum)
 {
-    gnss::ImageWriter image;
+    protocol::ImageWriter image;
     image.U16(record.tag);
     image.U16(static_cast<unsigned>(record.payload.size()));
     image.Raw(record.payload.data(), record.payload.size());
@@ -106,7 +108,7 @@ std::string SeedBody(const Verdict& verdict, const ServiceFaults& faults, std::i
         start -= (verdict.period + 1) * kDay;
         end -= (verdict.period + 1) * kDay;
     }
-    const std::vector<std::uint8_t> image = pgnss::PackSeed(pgnss::MakeModelSeed(now, start, end));
+    const std::vector<std::uint8_t> image = seeds::PackSeed(seeds::MakeModelSeed(now, start, end));
     std::string body(reinterpret_cast<const char*>(image.data()), image.size());
     if (faults.badChecksum > 0) {
         body.back() = static_cast<char>(body.back() ^ 1);
@@ -119,7 +121,7 @@ std::string SeedBody(const Verdict& verdict, const ServiceFaults& faults, std::i
 std::vector<TaggedRecord> MakeRecords(std::uint32_t constellation, std::uint32_t dataType, std::int64_t nowMillis)
 {
     const auto now = static_cast<std::uint32_t>(nowMillis / 1000);
-    const pgnss::Seed sky = pgnss::MakeModelSeed(now, now - kDay / 2, now + kDay / 2);
+    const seeds::Seed sky = seeds::MakeModelSeed(now, now - kDay / 2, now + kDay / 2);
     std::vector<TaggedRecord> records;
     for (const Constellation& each : kConstellations) {
         if ((constellation & each.bit) == 0) {
@@ -154,4 +156,4 @@ std::string MakeBody(const Verdict& verdict, const ServiceFaults& faults, std::i
     return body;
 }
 
-} // namespace assistance
+} // namespace service

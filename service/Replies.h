@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace assistance {
+namespace service {
 
 /// A record of the reply to the online request: tag and payload.
 struct TaggedRecord {
@@ -21,4 +21,4 @@ std::vector<TaggedRecord> MakeRecords(std::uint32_t constellation, std::uint32_t
 /// The body that a good request gets, spoilt as the faults ask.
 std::string MakeBody(const Verdict& verdict, const ServiceFaults& faults, std::int64_t nowMillis);
 
-} // namespace assistance
+} // namespace service

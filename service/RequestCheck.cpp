@@ -8,7 +8,7 @@
 #include <charconv>
 #include <iterator>
 
-namespace assistance {
+namespace service {
 
 namespace {
 
@@ -162,4 +162,4 @@ Verdict CheckRequest(const ClientRequest& request, const Credentials& credential
     return verdict;
 }
 
-} // namespace assistance
+} // namespace service

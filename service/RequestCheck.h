@@ -7,7 +7,7 @@
 
 // The rules by which a request is judged, without network and clock.
 
-namespace assistance {
+namespace service {
 
 constexpr char kSeedPath[] = "/lumat/v1/xgnss/pgnss";
 constexpr char kRecordsPath[] = "/lumat/v1/xgnss/agnss";
@@ -40,4 +40,4 @@ std::string Sign(const std::string& text, const std::string& key);
 /// Judges path, authorization and parameters, in this order. `nowMillis`: milliseconds since 1970, UTC.
 Verdict CheckRequest(const ClientRequest& request, const Credentials& credentials, std::int64_t nowMillis);
 
-} // namespace assistance
+} // namespace service

@@ -2,14 +2,14 @@
 
 #include "receiver/FaultTable.h"
 
-namespace assistance {
+namespace service {
 
 namespace {
 
-using vrx::FaultValues;
-using vrx::Needs;
+using receiver::FaultValues;
+using receiver::Needs;
 
-constexpr vrx::FaultKind<ServiceFaults> kKinds[] = {
+constexpr receiver::FaultKind<ServiceFaults> kKinds[] = {
     {{"slow", Needs::Value, 0, 600000, false, "slow=MS", "the answer comes MS milliseconds late"},
      [](ServiceFaults& f, const FaultValues& v) { f.slowMillis = v.Whole(); }},
     {{"drip", Needs::Value, 1, 10000000, false, "drip=BYTES_PER_S", "the body comes no faster than that"},
@@ -50,12 +50,12 @@ constexpr vrx::FaultKind<ServiceFaults> kKinds[] = {
 
 bool ServiceFaults::Add(std::string_view text, std::string& error)
 {
-    return vrx::AddFault(kKinds, text, *this, error);
+    return receiver::AddFault(kKinds, text, *this, error);
 }
 
 std::string ServiceFaults::List()
 {
-    return vrx::ListFaults(kKinds);
+    return receiver::ListFaults(kKinds);
 }
 
-} // namespace assistance
+} // namespace service

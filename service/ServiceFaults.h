@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace assistance {
+namespace service {
 
 /// The faults that a run is asked to show, in answers to good requests. A fresh one shows none.
 class ServiceFaults {
@@ -31,4 +31,4 @@ public:
     bool expired = false;
 };
 
-} // namespace assistance
+} // namespace service

@@ -23,15 +23,15 @@ int Fail(const std::string& text)
 int main(int argc, char** argv)
 {
     const pid_t parent = ::getppid();
-    assistance::Options options;
+    service::Options options;
     std::string text;
-    switch (assistance::ParseOptions(std::vector<std::string>(argv + 1, argv + argc), options, text)) {
-    case assistance::OptionsResult::Told:
+    switch (service::ParseOptions(std::vector<std::string>(argv + 1, argv + argc), options, text)) {
+    case service::OptionsResult::Told:
         std::fputs(text.c_str(), stdout);
         return 0;
-    case assistance::OptionsResult::Bad:
+    case service::OptionsResult::Bad:
         return Fail(text);
-    case assistance::OptionsResult::Run:
+    case service::OptionsResult::Run:
         break;
     }
 
@@ -52,17 +52,17 @@ int main(int argc, char** argv)
 
     std::error_code error;
     std::filesystem::create_directories(options.folder, error);
-    assistance::ServerSettings settings;
+    service::ServerSettings settings;
     settings.faults = options.faults;
     settings.port = options.port;
-    text = assistance::EnsureCertificate(options.folder, settings.certificate);
+    text = service::EnsureCertificate(options.folder, settings.certificate);
     if (text.empty()) {
-        text = assistance::LoadCredentials(options.folder, settings.credentials);
+        text = service::LoadCredentials(options.folder, settings.credentials);
     }
     if (!text.empty()) {
         return Fail(text);
     }
-    assistance::AssistServer server(settings);
+    service::AssistServer server(settings);
     server.log = [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); };
     text = server.Listen();
     if (!text.empty()) {

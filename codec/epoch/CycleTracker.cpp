@@ -1,6 +1,6 @@
 #include "codec/epoch/CycleTracker.h"
 
-namespace gnss {
+namespace codec {
 
 namespace {
 
@@ -129,4 +129,4 @@ void CycleTracker::Learn()
     m_nextHabit = (m_nextHabit + 1) % kHabits;
 }
 
-} // namespace gnss
+} // namespace codec

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace gnss {
+namespace codec {
 
 /// What makes two sentences the same step of a receiver's cycle: talker, type and, for GSV, the signal and
 /// whether it is the last of its group.
@@ -77,4 +77,4 @@ private:
     bool m_atEnd = false;
 };
 
-} // namespace gnss
+} // namespace codec

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
-namespace gnss {
+namespace codec {
 
 namespace {
 
-constexpr unsigned Bit(MessageType type)
+constexpr unsigned Bit(protocol::MessageType type)
 {
     return 1U << type;
 }
@@ -170,21 +170,21 @@ void EpochBuilder::TakePosition(const SentenceHead& head)
     const FieldReader fields(head.fields, head.end);
     PositionSentence sentence;
     unsigned message = 0;
-    MsgGga gga;
-    MsgRmc rmc;
-    MsgGll gll;
+    protocol::MsgGga gga;
+    protocol::MsgRmc rmc;
+    protocol::MsgGll gll;
     switch (head.type) {
     case SentenceType::Gga:
         sentence = ReadGga(fields, gga);
-        message = Bit(MsgTypeGga);
+        message = Bit(protocol::MsgTypeGga);
         break;
     case SentenceType::Rmc:
         sentence = ReadRmc(fields, rmc);
-        message = Bit(MsgTypeRmc);
+        message = Bit(protocol::MsgTypeRmc);
         break;
     case SentenceType::Gll:
         sentence = ReadGll(fields, gll);
-        message = Bit(MsgTypeGll);
+        message = Bit(protocol::MsgTypeGll);
         break;
     default:
         sentence = ReadGns(fields);
@@ -192,11 +192,11 @@ void EpochBuilder::TakePosition(const SentenceHead& head)
     }
     EnterCycle(MakeSignature(head), true, sentence.time.key);
     m_messages |= message;
-    if (message == Bit(MsgTypeGga)) {
+    if (message == Bit(protocol::MsgTypeGga)) {
         m_gga = gga;
-    } else if (message == Bit(MsgTypeRmc)) {
+    } else if (message == Bit(protocol::MsgTypeRmc)) {
         m_rmc = rmc;
-    } else if (message == Bit(MsgTypeGll)) {
+    } else if (message == Bit(protocol::MsgTypeGll)) {
         m_gll = gll;
     }
 
@@ -234,11 +234,11 @@ void EpochBuilder::TakePosition(const SentenceHead& head)
 
 void EpochBuilder::TakeZda(const SentenceHead& head)
 {
-    MsgZda record;
+    protocol::MsgZda record;
     const ZdaSentence sentence = ReadZda({head.fields, head.end}, record);
     EnterCycle(MakeSignature(head), true, sentence.time.key);
     m_zda = record;
-    m_messages |= Bit(MsgTypeZda);
+    m_messages |= Bit(protocol::MsgTypeZda);
     if (sentence.time.Known() && !m_time.Known()) {
         m_time = sentence.time;
     }
@@ -248,11 +248,11 @@ void EpochBuilder::TakeZda(const SentenceHead& head)
 
 void EpochBuilder::TakeVtg(const SentenceHead& head)
 {
-    MsgVtg record;
+    protocol::MsgVtg record;
     const VtgSentence sentence = ReadVtg({head.fields, head.end}, record);
     EnterCycle(MakeSignature(head), false, kNoTime);
     m_vtg = record;
-    m_messages |= Bit(MsgTypeVtg);
+    m_messages |= Bit(protocol::MsgTypeVtg);
     if (sentence.hasSpeed && !m_speedSeen) {
         m_speed = sentence.metresPerSecond;
     }
@@ -272,7 +272,7 @@ void EpochBuilder::TakeGsa(const SentenceHead& head)
         m_used.Clear();
         m_gsa = {};
     }
-    m_messages |= Bit(MsgTypeGsa);
+    m_messages |= Bit(protocol::MsgTypeGsa);
     const bool noFix = sentence.posMode <= 1;
     if (sentence.hasPdop || noFix) {
         m_pdop = sentence.pdop;
@@ -295,7 +295,7 @@ void EpochBuilder::TakeGsa(const SentenceHead& head)
         m_used.Add(sentence.used[i].id);
     }
     if (number >= 0) {
-        GsaBlock& block = m_gsa.block[number];
+        protocol::GsaBlock& block = m_gsa.block[number];
         block.valid = 1;
         block.optMode = sentence.optMode;
         block.posMode = sentence.posMode;
@@ -306,7 +306,8 @@ void EpochBuilder::TakeGsa(const SentenceHead& head)
             const GsaSentence::Used& used = sentence.used[i];
             const std::uint8_t prn = used.number <= 255 ? static_cast<std::uint8_t>(used.number) : used.id.svid;
             const std::uint8_t* last = block.prn + block.validPrnNum;
-            if (block.validPrnNum < kGsaPrns && std::find<const std::uint8_t*>(block.prn, last, prn) == last) {
+            if (block.validPrnNum < protocol::kGsaPrns &&
+                std::find<const std::uint8_t*>(block.prn, last, prn) == last) {
                 block.prn[block.validPrnNum++] = prn;
             }
         }
@@ -323,11 +324,11 @@ void EpochBuilder::TakeGsv(const SentenceHead& head, const GsvSentence& gsv)
         m_lists[m_current].Clear();
         m_gsv = {};
     }
-    m_messages |= Bit(MsgTypeGsv);
+    m_messages |= Bit(protocol::MsgTypeGsv);
     SatelliteList& list = m_lists[m_current];
     list.Add(gsv);
     const TalkerSystem talker = SystemOfTalker(head.talker[0], head.talker[1]);
-    int number = BlockGps;
+    int number = protocol::BlockGps;
     if (talker != TalkerSystem::Mixed) {
         list.MarkSystem(static_cast<System>(talker));
         number = kMessageBlockOf[static_cast<int>(talker)];
@@ -335,10 +336,10 @@ void EpochBuilder::TakeGsv(const SentenceHead& head, const GsvSentence& gsv)
         number = kMessageBlockOf[static_cast<int>(gsv.entry[0].id.system)];
     }
     if (number >= 0) {
-        GsvBlock& block = m_gsv.block[number];
+        protocol::GsvBlock& block = m_gsv.block[number];
         block.gsvNum = static_cast<std::uint16_t>(std::clamp(gsv.total, 0, 65535));
         block.gsvNo = static_cast<std::uint16_t>(std::clamp(gsv.number, 0, 65535));
-        for (int i = 0; i < gsv.count && block.satellitesNum < kGsvRows; ++i) {
+        for (int i = 0; i < gsv.count && block.satellitesNum < protocol::kGsvRows; ++i) {
             const GsvSentence::Entry& entry = gsv.entry[i];
             block.row[block.satellitesNum++] = {static_cast<std::uint16_t>(entry.number), entry.elevation,
                                                 entry.azimuth, entry.cn0, gsv.signalId};
@@ -387,7 +388,7 @@ void EpochBuilder::EmitPosition(RecordSink& sink)
         return;
     }
 
-    FixRecord fix{};
+    protocol::FixRecord fix{};
     if (chosen.position.present) {
         fix.longitude = chosen.position.longitude;
         fix.latitude = chosen.position.latitude;
@@ -406,7 +407,7 @@ void EpochBuilder::EmitPosition(RecordSink& sink)
             m_calendar.Trust(date, m_time.SecondOfDay());
         }
     }
-    fix.fixMode = valid ? chosen.fixMode : static_cast<std::uint8_t>(FixInvalid);
+    fix.fixMode = valid ? chosen.fixMode : static_cast<std::uint8_t>(protocol::FixInvalid);
     fix.speed = m_speed;
     fix.heading = m_course;
     fix.pdop = m_pdop;
@@ -443,13 +444,13 @@ void EpochBuilder::EmitSatellites(RecordSink& sink)
         }
         list = &m_joined;
     }
-    Cn0Record cn0;
+    protocol::Cn0Record cn0;
     list->Fill(cn0, m_used);
     sink.OnCn0(cn0);
-    SatPosRecord satPos;
+    protocol::SatPosRecord satPos;
     list->Fill(satPos, m_used);
     sink.OnSatPos(satPos);
-    KpiCn0Record kpi;
+    protocol::KpiCn0Record kpi;
     list->Fill(kpi, m_used);
     sink.OnKpiCn0(kpi);
 }
@@ -460,22 +461,22 @@ void EpochBuilder::EmitMessage(RecordSink& sink, std::uint32_t msgType, const Me
     if ((m_messages >> msgType & 1) == 0) {
         return;
     }
-    std::uint8_t record[kMessageHeaderSize + sizeof(Message)];
+    std::uint8_t record[protocol::kMessageHeaderSize + sizeof(Message)];
     std::memcpy(record, &msgType, sizeof msgType);
-    std::memcpy(record + kMessageHeaderSize, &message, sizeof message);
+    std::memcpy(record + protocol::kMessageHeaderSize, &message, sizeof message);
     sink.OnMessage(msgType, record, sizeof message);
 }
 
 void EpochBuilder::EmitMessages(RecordSink& sink)
 {
-    EmitMessage(sink, MsgTypeGga, m_gga);
-    EmitMessage(sink, MsgTypeRmc, m_rmc);
-    EmitMessage(sink, MsgTypeGsv, m_gsv);
-    EmitMessage(sink, MsgTypeGsa, m_gsa);
-    EmitMessage(sink, MsgTypeGll, m_gll);
-    EmitMessage(sink, MsgTypeVtg, m_vtg);
-    EmitMessage(sink, MsgTypeZda, m_zda);
+    EmitMessage(sink, protocol::MsgTypeGga, m_gga);
+    EmitMessage(sink, protocol::MsgTypeRmc, m_rmc);
+    EmitMessage(sink, protocol::MsgTypeGsv, m_gsv);
+    EmitMessage(sink, protocol::MsgTypeGsa, m_gsa);
+    EmitMessage(sink, protocol::MsgTypeGll, m_gll);
+    EmitMessage(sink, protocol::MsgTypeVtg, m_vtg);
+    EmitMessage(sink, protocol::MsgTypeZda, m_zda);
     m_messages = 0;
 }
 
-} // namespace gnss
+} // namespace codec

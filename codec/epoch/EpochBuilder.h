@@ -11,7 +11,7 @@
 #include <cstdint>
 #include <utility>
 
-namespace gnss {
+namespace codec {
 
 /// Makes one set of records of each cycle of sentences.
 ///
@@ -54,7 +54,7 @@ private:
     struct Candidate {
         int rank = 0; ///< 0 = none
         SentencePosition position;
-        std::uint8_t fixMode = FixInvalid;
+        std::uint8_t fixMode = protocol::FixInvalid;
     };
 
     void TakePosition(const SentenceHead& head);
@@ -114,13 +114,13 @@ private:
 
     SatelliteList m_joined;
 
-    MsgGga m_gga{};
-    MsgRmc m_rmc{};
-    MsgGll m_gll{};
-    MsgVtg m_vtg{};
-    MsgZda m_zda{};
-    MsgGsv m_gsv{};
-    MsgGsa m_gsa{};
+    protocol::MsgGga m_gga{};
+    protocol::MsgRmc m_rmc{};
+    protocol::MsgGll m_gll{};
+    protocol::MsgVtg m_vtg{};
+    protocol::MsgZda m_zda{};
+    protocol::MsgGsv m_gsv{};
+    protocol::MsgGsa m_gsa{};
 };
 
-} // namespace gnss
+} // namespace codec

@@ -3,11 +3,11 @@
 #include <cstddef>
 #include <cstring>
 
-namespace gnss {
+namespace codec {
 
-void FixOutput::Send(RecordSink& sink, const FixRecord& fix, bool havePosition, float compassHeading)
+void FixOutput::Send(RecordSink& sink, const protocol::FixRecord& fix, bool havePosition, float compassHeading)
 {
-    const bool valid = fix.fixMode != FixInvalid;
+    const bool valid = fix.fixMode != protocol::FixInvalid;
     if (valid && m_firstFixArmed) {
         // Before the fix itself, whose view shows the time that it took.
         m_firstFixArmed = false;
@@ -16,7 +16,7 @@ void FixOutput::Send(RecordSink& sink, const FixRecord& fix, bool havePosition, 
     sink.OnFix(fix);
 
     if (havePosition) {
-        PositionRecord position{};
+        protocol::PositionRecord position{};
         position.latitude = fix.latitude;
         position.longitude = fix.longitude;
         position.altitude = fix.altitude;
@@ -24,19 +24,20 @@ void FixOutput::Send(RecordSink& sink, const FixRecord& fix, bool havePosition, 
         sink.OnPosition(position);
     }
 
-    CompassRecord compass{};
+    protocol::CompassRecord compass{};
     compass.heading = compassHeading;
     compass.fixMode = fix.fixMode;
     sink.OnCompass(compass);
 
     if (valid) {
-        KpiFixRecord kpi{};
-        static_assert(offsetof(FixRecord, fixMode) == offsetof(KpiFixRecord, speed), "a common beginning");
-        std::memcpy(&kpi, &fix, offsetof(KpiFixRecord, speed));
+        protocol::KpiFixRecord kpi{};
+        static_assert(offsetof(protocol::FixRecord, fixMode) == offsetof(protocol::KpiFixRecord, speed),
+                      "a common beginning");
+        std::memcpy(&kpi, &fix, offsetof(protocol::KpiFixRecord, speed));
         kpi.speed = fix.speed;
         kpi.heading = fix.heading;
         sink.OnKpiFix(kpi);
     }
 }
 
-} // namespace gnss
+} // namespace codec

@@ -2,7 +2,7 @@
 
 #include "codec/RecordSink.h"
 
-namespace gnss {
+namespace codec {
 
 /// Sends the records that one fix gives, wherever it comes from.
 class FixOutput {
@@ -13,10 +13,10 @@ public:
     /// `fix.fixMode` 0 = no fix: then neither the first fix nor the record of the performance test comes.
     /// Without a position no PositionRecord goes out: a point at 0, 0 would spoil a track.
     /// `compassHeading` in degrees.
-    void Send(RecordSink& sink, const FixRecord& fix, bool havePosition, float compassHeading);
+    void Send(RecordSink& sink, const protocol::FixRecord& fix, bool havePosition, float compassHeading);
 
 private:
     bool m_firstFixArmed = true;
 };
 
-} // namespace gnss
+} // namespace codec

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <utility>
 
-namespace gnss {
+namespace codec {
 
 namespace {
 
@@ -17,7 +17,7 @@ constexpr double kDegreesPerRadian = 57.295779513082320877;
 constexpr std::int64_t kGpsEpochDays = 3657;
 
 /// Fills the date and time of a record from milliseconds of GPS time.
-void SetTime(FixRecord& fix, std::uint64_t timestamp)
+void SetTime(protocol::FixRecord& fix, std::uint64_t timestamp)
 {
     // Far beyond any year that a receiver can mean.
     constexpr std::uint64_t latest = std::uint64_t{1} << 43;
@@ -73,10 +73,10 @@ void ReportEpochs::Reset()
     m_hasPlace = false;
 }
 
-void ReportEpochs::Take(RecordSink& sink, const MsgLoc& loc, bool told)
+void ReportEpochs::Take(RecordSink& sink, const protocol::MsgLoc& loc, bool told)
 {
     const bool first = !std::exchange(m_locSeen, true);
-    FixRecord fix{};
+    protocol::FixRecord fix{};
     if ((loc.validMask & LocHasTime) != 0) {
         SetTime(fix, loc.timestamp);
     }
@@ -84,7 +84,7 @@ void ReportEpochs::Take(RecordSink& sink, const MsgLoc& loc, bool told)
         fix.latitude = loc.latitude;
         fix.longitude = loc.longitude;
         fix.altitude = static_cast<double>(Finite(loc.altitude));
-        fix.fixMode = FixAutonomous;
+        fix.fixMode = protocol::FixAutonomous;
         m_hasPlace = true;
         m_place[0] = fix.latitude;
         m_place[1] = fix.longitude;
@@ -95,36 +95,36 @@ void ReportEpochs::Take(RecordSink& sink, const MsgLoc& loc, bool told)
         fix.heading = Finite(loc.heading);
     }
     if (!first && !told) {
-        m_fixes.Send(sink, fix, fix.fixMode != FixInvalid, fix.heading);
+        m_fixes.Send(sink, fix, fix.fixMode != protocol::FixInvalid, fix.heading);
     }
 }
 
-void ReportEpochs::Take(RecordSink& sink, const MsgMeas& meas, bool told)
+void ReportEpochs::Take(RecordSink& sink, const protocol::MsgMeas& meas, bool told)
 {
     const bool first = !std::exchange(m_measSeen, true);
     if (first || told) {
         return;
     }
-    Cn0Record cn0;
-    SatPosRecord satPos;
-    KpiCn0Record kpi;
+    protocol::Cn0Record cn0;
+    protocol::SatPosRecord satPos;
+    protocol::KpiCn0Record kpi;
     cn0.count = 0;
     satPos.count = 0;
     satPos.reserved = 0;
     kpi.count = 0;
-    for (const MeasEntry& entry : meas.entry) {
-        if (entry.svid == 0 || entry.constellation >= sizeof kConstellationLetters) {
+    for (const protocol::MeasEntry& entry : meas.entry) {
+        if (entry.svid == 0 || entry.constellation >= sizeof protocol::kConstellationLetters) {
             continue;
         }
-        const char letter = kConstellationLetters[entry.constellation];
+        const char letter = protocol::kConstellationLetters[entry.constellation];
         const std::uint8_t inUse = entry.inuseFlag != 0 ? 1 : 0;
         cn0.entry[cn0.count++] = {letter, entry.svid, entry.cn0, inUse,
                                   static_cast<float>(Finite(entry.carrierFreq))};
         if (entry.cn0 != 0 && entry.carrierFreq > 1500 && entry.carrierFreq < 1700) {
             kpi.entry[kpi.count++] = {letter, 0, inUse, entry.cn0};
         }
-        SatPosEntry* const end = satPos.entry + satPos.count;
-        SatPosEntry* known = std::find_if(satPos.entry, end, [&](const SatPosEntry& other) {
+        protocol::SatPosEntry* const end = satPos.entry + satPos.count;
+        protocol::SatPosEntry* known = std::find_if(satPos.entry, end, [&](const protocol::SatPosEntry& other) {
             return other.constellation == letter && other.svid == entry.svid;
         });
         if (known != end) {
@@ -150,4 +150,4 @@ void ReportEpochs::Take(RecordSink& sink, const MsgMeas& meas, bool told)
     sink.OnKpiCn0(kpi);
 }
 
-} // namespace gnss
+} // namespace codec

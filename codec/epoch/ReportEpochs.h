@@ -3,7 +3,7 @@
 #include "codec/RecordSink.h"
 #include "codec/epoch/FixOutput.h"
 
-namespace gnss {
+namespace codec {
 
 /// Bits of MsgLoc::validMask.
 enum LocValidBit : std::uint32_t {
@@ -27,9 +27,9 @@ public:
 
     void Reset();
     /// `told`: sentences have told a position since the last report of this kind.
-    void Take(RecordSink& sink, const MsgLoc& loc, bool told);
+    void Take(RecordSink& sink, const protocol::MsgLoc& loc, bool told);
     /// `told`: sentences have told satellites since the last report of this kind.
-    void Take(RecordSink& sink, const MsgMeas& meas, bool told);
+    void Take(RecordSink& sink, const protocol::MsgMeas& meas, bool told);
 
 private:
     FixOutput& m_fixes;
@@ -43,4 +43,4 @@ private:
 /// of latitude, longitude (degrees) and height (metres). False below the horizon or for numbers that are none.
 bool LookAngles(const double place[3], double x, double y, double z, double& elevation, double& azimuth);
 
-} // namespace gnss
+} // namespace codec

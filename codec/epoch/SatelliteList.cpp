@@ -4,7 +4,7 @@
 #include <cstring>
 #include <tuple>
 
-namespace gnss {
+namespace codec {
 
 void SatelliteList::Clear()
 {
@@ -84,7 +84,7 @@ void SatelliteList::AddSystem(const SatelliteList& other, System system)
     }
 }
 
-void SatelliteList::Fill(Cn0Record& record, const UsedSatellites& used) const
+void SatelliteList::Fill(protocol::Cn0Record& record, const UsedSatellites& used) const
 {
     std::size_t count = 0;
     for (std::size_t i = 0; i < m_satelliteCount && count < kMaxSignals; ++i) {
@@ -123,7 +123,7 @@ bool SatelliteList::HasDirections() const
     return turned || directions == 1;
 }
 
-void SatelliteList::Fill(SatPosRecord& record, const UsedSatellites& used) const
+void SatelliteList::Fill(protocol::SatPosRecord& record, const UsedSatellites& used) const
 {
     std::size_t count = 0;
     const bool hasDirections = HasDirections();
@@ -148,16 +148,17 @@ void SatelliteList::Fill(SatPosRecord& record, const UsedSatellites& used) const
     record.reserved = 0;
 }
 
-void SortForKpi(KpiCn0Record& record)
+void SortForKpi(protocol::KpiCn0Record& record)
 {
-    std::sort(record.entry, record.entry + record.count, [](const KpiCn0Entry& a, const KpiCn0Entry& b) {
-        return std::make_tuple(-a.cn0, a.constellation, a.inuseFlag) <
-               std::make_tuple(-b.cn0, b.constellation, b.inuseFlag);
-    });
+    std::sort(record.entry, record.entry + record.count,
+              [](const protocol::KpiCn0Entry& a, const protocol::KpiCn0Entry& b) {
+                  return std::make_tuple(-a.cn0, a.constellation, a.inuseFlag) <
+                         std::make_tuple(-b.cn0, b.constellation, b.inuseFlag);
+              });
     record.entry[record.count] = {};
 }
 
-void SatelliteList::Fill(KpiCn0Record& record, const UsedSatellites& used) const
+void SatelliteList::Fill(protocol::KpiCn0Record& record, const UsedSatellites& used) const
 {
     std::size_t count = 0;
     for (std::size_t i = 0; i < m_satelliteCount && count < kMaxSignals - 1; ++i) {
@@ -178,4 +179,4 @@ void SatelliteList::Fill(KpiCn0Record& record, const UsedSatellites& used) const
     SortForKpi(record);
 }
 
-} // namespace gnss
+} // namespace codec

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace gnss {
+namespace codec {
 
 /// The satellites that a GSA calls used.
 class UsedSatellites {
@@ -27,7 +27,7 @@ private:
 
 /// Puts the strongest signals first, and a zero entry behind the last: the reader of this record looks at the
 /// used flag of one entry more than the count says. At most 254 entries.
-void SortForKpi(KpiCn0Record& record);
+void SortForKpi(protocol::KpiCn0Record& record);
 
 /// The satellites of one cycle with all their signals, each once.
 class SatelliteList {
@@ -60,10 +60,10 @@ public:
     bool HasSystem(System system) const { return (m_systems >> static_cast<int>(system) & 1) != 0; }
     void MarkSystem(System system) { m_systems = m_systems | 1U << static_cast<int>(system); }
 
-    void Fill(Cn0Record& record, const UsedSatellites& used) const;
-    void Fill(SatPosRecord& record, const UsedSatellites& used) const;
+    void Fill(protocol::Cn0Record& record, const UsedSatellites& used) const;
+    void Fill(protocol::SatPosRecord& record, const UsedSatellites& used) const;
     /// Tracked signals of the first band, strongest first.
-    void Fill(KpiCn0Record& record, const UsedSatellites& used) const;
+    void Fill(protocol::KpiCn0Record& record, const UsedSatellites& used) const;
 
 private:
     bool HasDirections() const;
@@ -78,4 +78,4 @@ private:
     Signal m_signals[kMaxSignals];
 };
 
-} // namespace gnss
+} // namespace codec

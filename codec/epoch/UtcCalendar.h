@@ -2,7 +2,7 @@
 
 #include "codec/nmea/Sentences.h"
 
-namespace gnss {
+namespace codec {
 
 /// Carries the date on from the sentences that have one to those that have only a time of day.
 class UtcCalendar {
@@ -29,4 +29,4 @@ private:
     int m_secondOfDay = 0;
 };
 
-} // namespace gnss
+} // namespace codec

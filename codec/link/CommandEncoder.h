@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace gnss {
+namespace codec {
 
 /// Frames a command, or passes a ready one through (id 512). Returns the length in `out`, or -1 when nothing
 /// may be sent: unknown id, null pointers, a payload that fits no frame, an `out` that is too small, an
@@ -17,7 +17,7 @@ int EncodeCommand(std::uint32_t id, const void* payload, std::size_t payloadLeng
 /// What the bytes towards the receiver hold, for the record of sent frames.
 struct SentCommand {
     bool found = false;
-    PackageRecord package{};
+    protocol::PackageRecord package{};
     bool start = false; ///< a start, hot start or cold start
 };
 
@@ -25,4 +25,4 @@ struct SentCommand {
 /// form, or the AT start or stop text. `found` is false when what is there is none of these.
 SentCommand ReadSentCommand(const std::uint8_t*& data, std::size_t& length);
 
-} // namespace gnss
+} // namespace codec

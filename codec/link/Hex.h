@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace gnss {
+namespace codec {
 
 /// Value of a hexadecimal digit of either case, or -1.
 constexpr int HexDigit(std::uint8_t c)
@@ -16,4 +16,4 @@ constexpr int HexDigit(std::uint8_t c)
     return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
 
-} // namespace gnss
+} // namespace codec

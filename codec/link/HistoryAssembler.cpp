@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-namespace gnss {
+namespace codec {
 
 void HistoryAssembler::Reset()
 {
@@ -17,7 +17,7 @@ HistoryAssembler::Result HistoryAssembler::Refuse()
     return Result::Refused;
 }
 
-HistoryAssembler::Result HistoryAssembler::Take(const FrameView& frame)
+HistoryAssembler::Result HistoryAssembler::Take(const protocol::FrameView& frame)
 {
     const std::uint16_t part = frame.word1;
     const std::uint16_t parts = frame.word2;
@@ -29,7 +29,7 @@ HistoryAssembler::Result HistoryAssembler::Take(const FrameView& frame)
     if (parts == 0 || parts != m_parts || part != m_nextPart || part >= parts) {
         return Refuse();
     }
-    if (frame.payloadLength > kMaxHistoryBlock - m_length) {
+    if (frame.payloadLength > protocol::kMaxHistoryBlock - m_length) {
         return Refuse();
     }
     if (frame.payloadLength > 0) {
@@ -44,4 +44,4 @@ HistoryAssembler::Result HistoryAssembler::Take(const FrameView& frame)
     return Result::Complete;
 }
 
-} // namespace gnss
+} // namespace codec

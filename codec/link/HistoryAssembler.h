@@ -2,7 +2,7 @@
 
 #include "protocol/LinkFrame.h"
 
-namespace gnss {
+namespace codec {
 
 /// Puts the parts of a history report together again.
 class HistoryAssembler {
@@ -14,7 +14,7 @@ public:
     };
 
     void Reset();
-    Result Take(const FrameView& frame);
+    Result Take(const protocol::FrameView& frame);
     const std::uint8_t* Block() const { return m_block; }
     std::size_t Length() const { return m_length; }
 
@@ -24,7 +24,7 @@ private:
     std::uint16_t m_nextPart = 0;
     std::uint16_t m_parts = 0;
     std::size_t m_length = 0;
-    std::uint8_t m_block[kMaxHistoryBlock];
+    std::uint8_t m_block[protocol::kMaxHistoryBlock];
 };
 
-} // namespace gnss
+} // namespace codec

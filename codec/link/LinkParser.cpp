@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <cstring>
 
-namespace gnss {
+namespace codec {
 
 namespace {
 
-constexpr std::size_t kAtPrefixLength = sizeof kAtHexReport - 1;
+constexpr std::size_t kAtPrefixLength = sizeof protocol::kAtHexReport - 1;
 
 /// What a byte means to the scanner.
 enum ByteClass : std::uint8_t { Plain, Control, Cr, Lf, Dollar, Plus, Flag };
@@ -24,7 +24,7 @@ struct ByteClasses {
         Set(0x7F, Control);
         Set('$', Dollar);
         Set('+', Plus);
-        Set(kFrameFlag, Flag);
+        Set(protocol::kFrameFlag, Flag);
         Set('\r', Cr);
         Set('\n', Lf);
     }
@@ -128,12 +128,12 @@ void LinkParser::Run(const Byte* p, const Byte* end)
 const LinkParser::Byte* LinkParser::FillHeldFrame(const Byte* p, const Byte* end)
 {
     while (m_heldLength > 0 && p < end) {
-        const std::size_t need = ClaimedFrameLength(m_held, m_heldLength);
+        const std::size_t need = protocol::ClaimedFrameLength(m_held, m_heldLength);
         const std::size_t take = std::min(need - m_heldLength, static_cast<std::size_t>(end - p));
         std::memcpy(m_held + m_heldLength, p, take);
         m_heldLength += take;
         p += take;
-        if (m_heldLength < need && ClaimedFrameLength(m_held, m_heldLength) != 0) {
+        if (m_heldLength < need && protocol::ClaimedFrameLength(m_held, m_heldLength) != 0) {
             continue;
         }
         // Either whole, or found out to be none: both are seen again by the usual road, which may hold the
@@ -189,7 +189,7 @@ const LinkParser::Byte* LinkParser::BeginSentence(const Byte* p, const Byte* end
             const BodyScan scan = ScanBody(p + 1, length - 4);
             const char* text = reinterpret_cast<const char*>(p);
             if (high >= 0 && low >= 0 && !scan.special && !scan.star &&
-                !(scan.plus && memmem(p, length, kAtHexReport, kAtPrefixLength) != nullptr)) {
+                !(scan.plus && memmem(p, length, protocol::kAtHexReport, kAtPrefixLength) != nullptr)) {
                 if (scan.checksum == high * 16 + low) {
                     ++m_counters.sentences;
                     m_listener.OnSentence(text, length, static_cast<std::size_t>(lineFeed + 1 - p));
@@ -310,7 +310,7 @@ void LinkParser::Judge(const char* text, std::size_t length, std::size_t total)
 
 const LinkParser::Byte* LinkParser::ContinueAtPrefix(const Byte* p)
 {
-    if (*p == static_cast<Byte>(kAtHexReport[m_atMatched])) {
+    if (*p == static_cast<Byte>(protocol::kAtHexReport[m_atMatched])) {
         if (++m_atMatched == kAtPrefixLength) {
             AbandonSentence();
             m_atMatched = 0;
@@ -323,7 +323,7 @@ const LinkParser::Byte* LinkParser::ContinueAtPrefix(const Byte* p)
     const std::size_t matched = m_atMatched;
     m_atMatched = 0;
     for (std::size_t i = 0; i < matched; ++i) {
-        TakeOrdinary(static_cast<Byte>(kAtHexReport[i]));
+        TakeOrdinary(static_cast<Byte>(protocol::kAtHexReport[i]));
     }
     return p;
 }
@@ -336,7 +336,7 @@ const LinkParser::Byte* LinkParser::ContinueAtDigits(const Byte* p, const Byte* 
             EndAtDigits();
             return p;
         }
-        if (m_atNibbles == 2 * kMaxFrameLength) {
+        if (m_atNibbles == 2 * protocol::kMaxFrameLength) {
             m_counters.droppedBytes += kAtPrefixLength + m_atNibbles;
             m_atDigits = false;
             return p;
@@ -352,8 +352,8 @@ const LinkParser::Byte* LinkParser::ContinueAtDigits(const Byte* p, const Byte* 
 void LinkParser::EndAtDigits()
 {
     m_atDigits = false;
-    FrameView frame;
-    if (m_atNibbles % 2 == 0 && ReadFrame(m_atFrame, m_atNibbles / 2, frame)) {
+    protocol::FrameView frame;
+    if (m_atNibbles % 2 == 0 && protocol::ReadFrame(m_atFrame, m_atNibbles / 2, frame)) {
         ++m_counters.frames;
         m_listener.OnFrame(frame);
     } else {
@@ -366,14 +366,14 @@ void LinkParser::EndAtDigits()
 const LinkParser::Byte* LinkParser::BeginFrame(const Byte* p, const Byte* end)
 {
     const std::size_t available = static_cast<std::size_t>(end - p);
-    const std::size_t claimed = ClaimedFrameLength(p, available);
+    const std::size_t claimed = protocol::ClaimedFrameLength(p, available);
     if (claimed > available) {
         m_heldLength = available;
         std::memmove(m_held, p, available);
         return end;
     }
-    FrameView frame;
-    if (claimed != 0 && ReadFrame(p, claimed, frame)) {
+    protocol::FrameView frame;
+    if (claimed != 0 && protocol::ReadFrame(p, claimed, frame)) {
         ++m_counters.frames;
         m_listener.OnFrame(frame);
         return p + claimed;
@@ -382,4 +382,4 @@ const LinkParser::Byte* LinkParser::BeginFrame(const Byte* p, const Byte* end)
     return p + 1;
 }
 
-} // namespace gnss
+} // namespace codec

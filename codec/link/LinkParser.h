@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace gnss {
+namespace codec {
 
 /// Takes what a LinkParser finds on the line, in the order of the line.
 class LinkListener {
@@ -15,7 +15,7 @@ public:
     virtual void OnSentence(const char* text, std::size_t length, std::size_t total) = 0;
     /// A whole line with the form of a sentence and a wrong checksum.
     virtual void OnBadChecksum(const char* text, std::size_t length) = 0;
-    virtual void OnFrame(const FrameView& frame) = 0;
+    virtual void OnFrame(const protocol::FrameView& frame) = 0;
 
 protected:
     ~LinkListener() = default;
@@ -72,8 +72,8 @@ private:
     bool m_atDigits = false;
     std::size_t m_atNibbles = 0;
     char m_text[kMaxSentence + 4];
-    Byte m_held[kMaxFrameLength];
-    Byte m_atFrame[kMaxFrameLength];
+    Byte m_held[protocol::kMaxFrameLength];
+    Byte m_atFrame[protocol::kMaxFrameLength];
 };
 
-} // namespace gnss
+} // namespace codec

@@ -1,6 +1,6 @@
 #include "codec/nmea/FieldReader.h"
 
-namespace gnss {
+namespace codec {
 
 namespace {
 
@@ -97,4 +97,4 @@ int FieldReader::Count() const
     return count;
 }
 
-} // namespace gnss
+} // namespace codec

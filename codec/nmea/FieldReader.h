@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace gnss {
+namespace codec {
 
 /// A decimal number as it stands in a field: mantissa / 10^decimals. At most 15 digits count, so that the
 /// division below is the correctly rounded value; further decimals are cut.
@@ -106,4 +106,4 @@ inline int FieldReader::Integer()
     return Integer(present);
 }
 
-} // namespace gnss
+} // namespace codec

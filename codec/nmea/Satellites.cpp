@@ -1,6 +1,6 @@
 #include "codec/nmea/Satellites.h"
 
-namespace gnss {
+namespace codec {
 
 namespace {
 
@@ -184,4 +184,4 @@ bool IsFirstBand(System system, std::uint8_t signalId)
     return frequency > 1500 && frequency < 1700;
 }
 
-} // namespace gnss
+} // namespace codec

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace gnss {
+namespace codec {
 
 /// Constellations in the order of the NMEA system ids 1 to 6, with SBAS behind.
 enum class System : std::uint8_t { Gps, Glonass, Galileo, Beidou, Qzss, Navic, Sbas };
@@ -43,4 +43,4 @@ float CarrierFrequency(System system, std::uint8_t signalId);
 /// True for the signals around 1.57 and 1.6 GHz.
 bool IsFirstBand(System system, std::uint8_t signalId);
 
-} // namespace gnss
+} // namespace codec

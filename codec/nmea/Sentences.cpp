@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace gnss {
+namespace codec {
 
 namespace {
 
@@ -149,23 +149,23 @@ std::uint8_t ModeOfLetter(char letter)
 {
     switch (letter) {
     case 'A':
-        return FixAutonomous;
+        return protocol::FixAutonomous;
     case 'D':
-        return FixDifferential;
+        return protocol::FixDifferential;
     case 'P':
-        return FixPps;
+        return protocol::FixPps;
     case 'R':
-        return FixRtkFixed;
+        return protocol::FixRtkFixed;
     case 'F':
-        return FixRtkFloat;
+        return protocol::FixRtkFloat;
     case 'E':
-        return FixEstimated;
+        return protocol::FixEstimated;
     case 'M':
-        return FixManual;
+        return protocol::FixManual;
     case 'S':
-        return FixSimulated;
+        return protocol::FixSimulated;
     default:
-        return FixInvalid;
+        return protocol::FixInvalid;
     }
 }
 
@@ -234,7 +234,7 @@ CivilDate NextDay(CivilDate date)
     return date;
 }
 
-PositionSentence ReadGga(FieldReader fields, MsgGga& record)
+PositionSentence ReadGga(FieldReader fields, protocol::MsgGga& record)
 {
     PositionSentence result;
     record = {};
@@ -248,7 +248,8 @@ PositionSentence ReadGga(FieldReader fields, MsgGga& record)
     record.altitudeUnits = fields.Letter();
     result.valid = hasQuality && quality > 0 && result.position.present;
     if (hasQuality && quality > 0) {
-        result.fixMode = quality <= FixSimulated ? ToByte(quality) : static_cast<std::uint8_t>(FixAutonomous);
+        result.fixMode = quality <= protocol::FixSimulated ? ToByte(quality)
+                                                           : static_cast<std::uint8_t>(protocol::FixAutonomous);
     }
     result.hasAltitude = result.valid && altitude.present;
     result.altitude = altitude.Value();
@@ -266,7 +267,7 @@ PositionSentence ReadGga(FieldReader fields, MsgGga& record)
     return result;
 }
 
-PositionSentence ReadRmc(FieldReader fields, MsgRmc& record)
+PositionSentence ReadRmc(FieldReader fields, protocol::MsgRmc& record)
 {
     PositionSentence result;
     record = {};
@@ -281,8 +282,8 @@ PositionSentence ReadRmc(FieldReader fields, MsgRmc& record)
     record.mode = fields.Letter();
     // Before NMEA 2.3 there was no mode letter.
     const std::uint8_t mode =
-        record.mode != 0 ? ModeOfLetter(record.mode) : static_cast<std::uint8_t>(FixAutonomous);
-    if (status == 'A' && mode != FixInvalid) {
+        record.mode != 0 ? ModeOfLetter(record.mode) : static_cast<std::uint8_t>(protocol::FixAutonomous);
+    if (status == 'A' && mode != protocol::FixInvalid) {
         result.fixMode = mode;
         result.valid = result.position.present;
     }
@@ -299,7 +300,7 @@ PositionSentence ReadRmc(FieldReader fields, MsgRmc& record)
     return result;
 }
 
-PositionSentence ReadGll(FieldReader fields, MsgGll& record)
+PositionSentence ReadGll(FieldReader fields, protocol::MsgGll& record)
 {
     PositionSentence result;
     record = {};
@@ -308,8 +309,8 @@ PositionSentence ReadGll(FieldReader fields, MsgGll& record)
     record.status = fields.Letter();
     const char modeLetter = fields.Letter();
     const std::uint8_t mode =
-        modeLetter != 0 ? ModeOfLetter(modeLetter) : static_cast<std::uint8_t>(FixAutonomous);
-    if (record.status == 'A' && mode != FixInvalid) {
+        modeLetter != 0 ? ModeOfLetter(modeLetter) : static_cast<std::uint8_t>(protocol::FixAutonomous);
+    if (record.status == 'A' && mode != protocol::FixInvalid) {
         result.fixMode = mode;
         result.valid = result.position.present;
     }
@@ -341,13 +342,13 @@ PositionSentence ReadGns(FieldReader fields)
     fields.Skip();
     result.hasHdop = ReadFloat(fields, result.hdop);
     const Decimal altitude = fields.Number();
-    result.valid = result.fixMode != FixInvalid && result.position.present;
+    result.valid = result.fixMode != protocol::FixInvalid && result.position.present;
     result.hasAltitude = result.valid && altitude.present;
     result.altitude = altitude.Value();
     return result;
 }
 
-VtgSentence ReadVtg(FieldReader fields, MsgVtg& record)
+VtgSentence ReadVtg(FieldReader fields, protocol::MsgVtg& record)
 {
     VtgSentence result;
     record = {};
@@ -373,7 +374,7 @@ VtgSentence ReadVtg(FieldReader fields, MsgVtg& record)
     return result;
 }
 
-ZdaSentence ReadZda(FieldReader fields, MsgZda& record)
+ZdaSentence ReadZda(FieldReader fields, protocol::MsgZda& record)
 {
     ZdaSentence result;
     record = {};
@@ -396,7 +397,7 @@ GsaSentence ReadGsa(FieldReader fields, TalkerSystem talker)
     result.optMode = fields.Letter();
     result.posMode = ToByte(fields.Integer());
     FieldReader numbers = fields;
-    fields.Skip(static_cast<int>(kGsaPrns));
+    fields.Skip(static_cast<int>(protocol::kGsaPrns));
     result.hasPdop = ReadFloat(fields, result.pdop);
     result.hasHdop = ReadFloat(fields, result.hdop);
     result.hasVdop = ReadFloat(fields, result.vdop);
@@ -404,7 +405,7 @@ GsaSentence ReadGsa(FieldReader fields, TalkerSystem talker)
     const int systemId = fields.Integer(hasSystem);
     result.system = hasSystem && SystemOfId(systemId) != TalkerSystem::Mixed ? SystemOfId(systemId) : talker;
     result.systemId = hasSystem ? systemId : 0;
-    for (std::size_t i = 0; i < kGsaPrns; ++i) {
+    for (std::size_t i = 0; i < protocol::kGsaPrns; ++i) {
         bool present = false;
         const int number = numbers.Integer(present);
         const SatelliteId id = present ? IdentifySatellite(result.system, number) : SatelliteId{};
@@ -464,4 +465,4 @@ bool ReadHeading(SentenceType type, FieldReader fields, float& heading)
     return present && (type == SentenceType::Hdt || letter != 'V');
 }
 
-} // namespace gnss
+} // namespace codec

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace gnss {
+namespace codec {
 
 /// The sentences that feed records. Everything else is text.
 enum class SentenceType : std::uint8_t { Other, Gga, Rmc, Gll, Gns, Vtg, Zda, Gsa, Gsv, Hdt, Ths };
@@ -63,7 +63,7 @@ struct PositionSentence {
     UtcTime time;
     SentencePosition position;
     bool valid = false; ///< marked valid and with a position
-    std::uint8_t fixMode = FixInvalid;
+    std::uint8_t fixMode = protocol::FixInvalid;
     bool hasAltitude = false;
     double altitude = 0; ///< metres above mean sea level
     bool hasHdop = false;
@@ -76,9 +76,9 @@ struct PositionSentence {
 };
 
 // Each reads the fields behind the address and fills the record that shows the sentence.
-PositionSentence ReadGga(FieldReader fields, MsgGga& record);
-PositionSentence ReadRmc(FieldReader fields, MsgRmc& record);
-PositionSentence ReadGll(FieldReader fields, MsgGll& record);
+PositionSentence ReadGga(FieldReader fields, protocol::MsgGga& record);
+PositionSentence ReadRmc(FieldReader fields, protocol::MsgRmc& record);
+PositionSentence ReadGll(FieldReader fields, protocol::MsgGll& record);
 PositionSentence ReadGns(FieldReader fields);
 
 struct VtgSentence {
@@ -87,13 +87,13 @@ struct VtgSentence {
     bool hasCourse = false;
     float course = 0;
 };
-VtgSentence ReadVtg(FieldReader fields, MsgVtg& record);
+VtgSentence ReadVtg(FieldReader fields, protocol::MsgVtg& record);
 
 struct ZdaSentence {
     UtcTime time;
     CivilDate date;
 };
-ZdaSentence ReadZda(FieldReader fields, MsgZda& record);
+ZdaSentence ReadZda(FieldReader fields, protocol::MsgZda& record);
 
 struct GsaSentence {
     char optMode = 0;
@@ -102,7 +102,7 @@ struct GsaSentence {
     struct Used {
         SatelliteId id;
         int number = 0;
-    } used[kGsaPrns];
+    } used[protocol::kGsaPrns];
     bool hasPdop = false, hasHdop = false, hasVdop = false;
     float pdop = 0, hdop = 0, vdop = 0;
     TalkerSystem system = TalkerSystem::Mixed;
@@ -131,4 +131,4 @@ bool ReadHeading(SentenceType type, FieldReader fields, float& heading);
 
 constexpr double kMetresPerSecondPerKnot = 1852.0 / 3600.0;
 
-} // namespace gnss
+} // namespace codec

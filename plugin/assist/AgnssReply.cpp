@@ -51,7 +51,7 @@ constexpr AgnssWords agnssWords[] = {
 constexpr bool EachTagHasItsWords()
 {
     std::size_t row = 0;
-    for (const gnss::AgnssTag& tag : gnss::kAgnssTags) {
+    for (const protocol::AgnssTag& tag : protocol::kAgnssTags) {
         if (agnssWords[row++].tag != tag.tag) {
             return false;
         }
@@ -84,12 +84,12 @@ AgnssWalk::Step AgnssWalk::Next(AgnssRecord& record)
         return Step::End;
     }
     const auto* bytes = reinterpret_cast<const quint8*>(m_body.constData()) + m_offset;
-    const quint16 length = gnss::ReadU16(bytes + 2);
+    const quint16 length = protocol::ReadU16(bytes + 2);
     const quint32 size = length + recordOverhead;
     if (left < size || AgnssChecksum(bytes, length) != bytes[size - 1]) {
         return Step::Broken;
     }
-    record.tag = gnss::ReadU16(bytes);
+    record.tag = protocol::ReadU16(bytes);
     record.payload = m_body.mid(m_offset + static_cast<int>(headerSize), length);
     m_offset += static_cast<int>(size);
     return Step::Record;
@@ -97,11 +97,11 @@ AgnssWalk::Step AgnssWalk::Next(AgnssRecord& record)
 
 InjectOutcome InjectAgnssRecord(const Injector& injector, const AgnssRecord& record)
 {
-    const gnss::AgnssTag* tag = gnss::FindAgnssTag(record.tag);
+    const protocol::AgnssTag* tag = protocol::FindAgnssTag(record.tag);
     if (tag == nullptr) {
         return injector.RunEmpty(TimeoutText(QString()));
     }
-    const AgnssWords& words = agnssWords[tag - gnss::kAgnssTags];
+    const AgnssWords& words = agnssWords[tag - protocol::kAgnssTags];
     InjectItem item;
     item.commandId = tag->commandId;
     item.payload = record.payload;
@@ -109,6 +109,6 @@ InjectOutcome InjectAgnssRecord(const Injector& injector, const AgnssRecord& rec
     item.encodeDebug = words.encodeDebug;
     item.timeoutStatus = TimeoutText(AgnssReply::tr(words.name));
     // Only the GPS items are counted by what the codec accepts; it is meant so.
-    item.countBeforeEncoding = tag->tag >= gnss::kTagGlo;
+    item.countBeforeEncoding = tag->tag >= protocol::kTagGlo;
     return injector.Run(item);
 }

@@ -107,7 +107,7 @@ void AssistOnline::InjectReply(const QByteArray& body)
     Injector injector = MakeInjector();
     injector.NeedOpenPort();
     InjectItem time;
-    time.commandId = gnss::CmdUtcTime;
+    time.commandId = protocol::CmdUtcTime;
     time.payload = UtcTimeRecord(QDateTime::currentDateTimeUtc());
     time.encodeDebug = "UTC time retLen err: ";
     time.encodeStatus = tr("AGNSS注入UTC时间组包失败！");

@@ -56,13 +56,13 @@ QByteArray UtcTimeRecord(const QDateTime& time)
     const QDate date = utc.date();
     const QTime clock = utc.time();
     std::array<std::uint8_t, 12> record = {};
-    gnss::WriteU16(&record[0], static_cast<std::uint16_t>(date.year()));
+    protocol::WriteU16(&record[0], static_cast<std::uint16_t>(date.year()));
     record[2] = static_cast<std::uint8_t>(date.month());
     record[3] = static_cast<std::uint8_t>(date.day());
     record[4] = static_cast<std::uint8_t>(clock.hour());
     record[5] = static_cast<std::uint8_t>(clock.minute());
     record[6] = static_cast<std::uint8_t>(clock.second());
-    gnss::WriteU16(&record[8], static_cast<std::uint16_t>(clock.msec()));
+    protocol::WriteU16(&record[8], static_cast<std::uint16_t>(clock.msec()));
     record[10] = 1;
     return Bytes(record);
 }
@@ -71,7 +71,7 @@ QByteArray ReferenceTimeRecord(qint64 unixSeconds)
 {
     const quint32 sinceEpoch = static_cast<quint32>(unixSeconds) - gpsEpoch;
     std::array<std::uint8_t, 14> record = {};
-    gnss::WriteU16(&record[0], static_cast<std::uint16_t>((sinceEpoch / secondsPerWeek) & weekMask));
+    protocol::WriteU16(&record[0], static_cast<std::uint16_t>((sinceEpoch / secondsPerWeek) & weekMask));
     WriteU32(&record[2], sinceEpoch % secondsPerWeek);
     WriteU32(&record[6], 83);
     WriteU32(&record[10], 1);
@@ -86,7 +86,7 @@ QByteArray ReferencePositionRecord(const ReferencePosition& position)
     WriteU32(&record[0], static_cast<quint32>(WholePart(latitude)));
     WriteU32(&record[4], static_cast<quint32>(WholePart(longitude)));
     WriteU32(&record[8], 1);
-    gnss::WriteU16(&record[12], static_cast<std::uint16_t>(WholePart(std::fabs(position.altitude))));
+    protocol::WriteU16(&record[12], static_cast<std::uint16_t>(WholePart(std::fabs(position.altitude))));
     record[14] = IsNotNegative(position.latitude) ? 0 : 1;
     record[15] = IsNotNegative(position.altitude) ? 0 : 1;
     return Bytes(record);

@@ -180,7 +180,7 @@ void HisInfoInject::SlotInjectHisInfo()
 
 HisInfoInject::Step HisInfoInject::InjectUtcTime()
 {
-    const CommandFrame frame(gnss::CmdUtcTime, UtcTimeRecord(QDateTime::currentDateTimeUtc()));
+    const CommandFrame frame(protocol::CmdUtcTime, UtcTimeRecord(QDateTime::currentDateTimeUtc()));
     if (!frame.IsEncoded()) {
         qDebug().nospace().noquote() << "UTC time retLen err: " << frame.Length();
         AppendFailure(tr("历史信息注入UTC时间 组包失败！"));
@@ -192,8 +192,8 @@ HisInfoInject::Step HisInfoInject::InjectUtcTime()
         return step;
     }
     // The words decide: the exact words of the accepted command, in whatever language they are shown.
-    return answer == CommandText(gnss::CmdUtcTime, 0) + AckStatusText(AckStateAccepted) ? Step::Done
-                                                                                        : Step::Failed;
+    return answer == CommandText(protocol::CmdUtcTime, 0) + AckStatusText(AckStateAccepted) ? Step::Done
+                                                                                            : Step::Failed;
 }
 
 HisInfoInject::Step HisInfoInject::InjectFile()
@@ -212,7 +212,7 @@ HisInfoInject::Step HisInfoInject::InjectFile()
         return Step::Failed;
     }
     AppendStatus(tr("读取历史文件成功：") + QString::number(size) + QLatin1String(" bytes"));
-    const CommandFrame frame(gnss::CmdInjectHistory, content);
+    const CommandFrame frame(protocol::CmdInjectHistory, content);
     if (!frame.IsEncoded()) {
         AppendFailure(tr("注入历史信息 组包失败！"));
         return Step::Failed;

@@ -19,31 +19,31 @@ class PgnssItems {
 } // namespace
 
 const PgnssEphemeris kEphemerides[kEphemerisCount] = {
-    {{"GPS", gnss::CmdPgnssGpsEphemeris, 0, "Inject gps eph fail! Fail to open file",
+    {{"GPS", protocol::CmdPgnssGpsEphemeris, 0, "Inject gps eph fail! Fail to open file",
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS GPS EPH文件 打开失败！"),
       "gps eph retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GPS星历 组包失败！"),
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GPS星历 ACK超时")},
      "GPS_PGNSS_REPLAY_FILE",
      false},
-    {{"GLO", gnss::CmdPgnssEphemeris, 0, "Inject glo eph fail! Fail to open file",
+    {{"GLO", protocol::CmdPgnssEphemeris, 0, "Inject glo eph fail! Fail to open file",
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS GLO EPH文件 打开失败！"),
       "glo eph retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO星历 组包失败！"),
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO星历 ACK超时")},
      "GLO_PGNSS_REPLAY_FILE",
      true},
-    {{"BDS", gnss::CmdPgnssEphemeris, 1, "Inject bds eph fail! Fail to open file",
+    {{"BDS", protocol::CmdPgnssEphemeris, 1, "Inject bds eph fail! Fail to open file",
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS BDS EPH文件 打开失败！"),
       "bds eph retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入BDS星历 组包失败！"),
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入BDS星历 ACK超时")},
      "BDS_PGNSS_REPLAY_FILE",
      false},
-    {{"GAL", gnss::CmdPgnssEphemeris, 2, "Inject gal eph fail! Fail to open file",
+    {{"GAL", protocol::CmdPgnssEphemeris, 2, "Inject gal eph fail! Fail to open file",
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS GAL EPH文件 打开失败！"),
       "gal eph retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GAL星历 组包失败！"),
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GAL星历 ACK超时")},
      "GAL_PGNSS_REPLAY_FILE",
      false},
-    {{"QZS", gnss::CmdPgnssEphemeris, 3, "Inject qzs eph fail! Fail to open file",
+    {{"QZS", protocol::CmdPgnssEphemeris, 3, "Inject qzs eph fail! Fail to open file",
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS QZS EPH文件 打开失败！"),
       "qzs eph retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入QZS星历 组包失败！"),
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入QZS星历 ACK超时")},
@@ -53,31 +53,31 @@ const PgnssEphemeris kEphemerides[kEphemerisCount] = {
 
 // The mixed case in the timeout of GPS_RTI and the GLO in the texts of GAL_RTI are meant so.
 const PgnssFile kDataFiles[kDataFileCount] = {
-    {"GPS_UTC.dat", gnss::CmdPgnssUtc, 0, "Inject gps UTC fail! Fail to open file",
+    {"GPS_UTC.dat", protocol::CmdPgnssUtc, 0, "Inject gps UTC fail! Fail to open file",
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GPS UTC文件失败！"),
      "gps UTC retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GPS UTC模型组包失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GPS UTC模型 ACK超时")},
-    {"GPS_ION.dat", gnss::CmdPgnssIonosphere, 0, "Inject gps ion fail! Fail to open file",
+    {"GPS_ION.dat", protocol::CmdPgnssIonosphere, 0, "Inject gps ion fail! Fail to open file",
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GPS ION文件失败！"),
      "gps Ion retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GPS ION数据组包失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GPS ION数据 ACK超时")},
-    {"GPS_RTI.dat", gnss::CmdPgnssGpsIntegrity, 0, "Inject gps rti fail! Fail to open file",
+    {"GPS_RTI.dat", protocol::CmdPgnssGpsIntegrity, 0, "Inject gps rti fail! Fail to open file",
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GPS RTI文件失败！"),
      "gps rti retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GPS RTI数据组包失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "Pgnss注入GPS RTI数据 ACK超时")},
-    {"GLO_RTI.dat", gnss::CmdPgnssIntegrity, 0, "Inject glo rti fail! Fail to open file",
+    {"GLO_RTI.dat", protocol::CmdPgnssIntegrity, 0, "Inject glo rti fail! Fail to open file",
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GLO RTI文件失败！"),
      "glo rti retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO RTI数据组包失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO RTI数据 ACK超时")},
-    {"GLO_AUX.dat", gnss::CmdPgnssGloChannels, 0, "Inject glo aux fail! Fail to open file",
+    {"GLO_AUX.dat", protocol::CmdPgnssGloChannels, 0, "Inject glo aux fail! Fail to open file",
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GLO AUX文件失败！"),
      "glo aux retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO AUX数据组包失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO AUX数据 ACK超时")},
-    {"BDS_RTI.dat", gnss::CmdPgnssIntegrity, 1, "Inject bds rti fail! Fail to open file",
+    {"BDS_RTI.dat", protocol::CmdPgnssIntegrity, 1, "Inject bds rti fail! Fail to open file",
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开BDS RTI文件失败！"),
      "bds rti retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入BDS RTI数据失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入BDS RTI数据 ACK超时")},
-    {"GAL_RTI.dat", gnss::CmdPgnssIntegrity, 2, "Inject glo rti fail! Fail to open file",
+    {"GAL_RTI.dat", protocol::CmdPgnssIntegrity, 2, "Inject glo rti fail! Fail to open file",
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GLO RTI文件失败！"),
      "glo rti retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO RTI数据失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO RTI数据 ACK超时")},
@@ -86,7 +86,7 @@ const PgnssFile kDataFiles[kDataFileCount] = {
 // The text of the open failure names the GPS ephemerides; it is meant so.
 const PgnssFile kFineIonosphere = {
     "ION_CUT.bin",
-    gnss::CmdPgnssFineIonosphere,
+    protocol::CmdPgnssFineIonosphere,
     0,
     "Inject hign precision ionex fail! Fail to open file",
     QT_TRANSLATE_NOOP("PgnssItems", "PGNSS GPS EPH文件 打开失败！"),
@@ -103,7 +103,7 @@ QString PgnssText(const char* text)
 InjectItem PgnssUtcItem(const QDateTime& time)
 {
     InjectItem item;
-    item.commandId = gnss::CmdUtcTime;
+    item.commandId = protocol::CmdUtcTime;
     item.payload = UtcTimeRecord(time);
     item.encodeDebug = "UTC time retLen err: ";
     item.encodeStatus = PgnssItems::tr("PGNSS注入UTC时间 组包失败！");
@@ -115,7 +115,7 @@ InjectItem PgnssUtcItem(const QDateTime& time)
 InjectItem PgnssTimeItem(qint64 unixSeconds)
 {
     InjectItem item;
-    item.commandId = gnss::CmdPgnssTime;
+    item.commandId = protocol::CmdPgnssTime;
     item.payload = ReferenceTimeRecord(unixSeconds);
     item.encodeDebug = "ref time retLen err: ";
     item.encodeStatus = PgnssItems::tr("PGNSS注入预测时间 组包失败!");

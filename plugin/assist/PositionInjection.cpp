@@ -88,7 +88,7 @@ void InjectPosition(QWidget* window, const Injector& injector, const QString& lo
         qDebug().noquote() << words.copyDebug;
         return;
     }
-    item.commandId = gnss::CmdAgnssPosition;
+    item.commandId = protocol::CmdAgnssPosition;
     item.timeoutStatus = words.timeoutStatus;
     injector.Run(item);
 }

@@ -152,7 +152,7 @@ void SenceReplay::SlotInjectPos()
 {
     const SceneRecord record = CurrentRecord();
     InjectItem item;
-    item.commandId = gnss::CmdPgnssPosition;
+    item.commandId = protocol::CmdPgnssPosition;
     item.payload = ScenePositionRecord(record.longitude.toDouble(), record.latitude.toDouble());
     item.timeoutStatus = tr("PGNSS注入位置 ACK超时");
     RunRecord(MakeInjector(), item, "memcpy pgnssRefLoc failed");

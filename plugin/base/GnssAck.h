@@ -4,9 +4,9 @@
 
 #include <QObject>
 
-Q_DECLARE_METATYPE(gnss::CbRecvAckType)
+Q_DECLARE_METATYPE(protocol::CbRecvAckType)
 
-using CbRecvAckType = gnss::CbRecvAckType;
+using CbRecvAckType = protocol::CbRecvAckType;
 
 /// Turns the receiver's acknowledgement into the process-wide state and words.
 class GnssAck : public QObject {

@@ -28,27 +28,27 @@ template <void (RecordTarget::*Entry)()> void RouteNotice(const void*, int)
 }
 
 struct CallbackEntry {
-    GnssCbType type;
-    GnssCallback callback;
+    protocol::GnssCbType type;
+    protocol::GnssCallback callback;
 };
 
 // In the order of registration.
 constexpr CallbackEntry callbackTable[] = {
-    {CB_NMEA, Route<&RecordTarget::OnNmea>},
-    {CB_CN0, Route<&RecordTarget::OnCn0>},
-    {CB_SAT_POS, Route<&RecordTarget::OnSatPos>},
-    {CB_DATA, Route<&RecordTarget::OnData>},
-    {CB_COMPASS, Route<&RecordTarget::OnCompass>},
-    {CB_MESSAGE, Route<&RecordTarget::OnMessage>},
-    {CB_POSITION, Route<&RecordTarget::OnPosition>},
-    {CB_PACKAGE, Route<&RecordTarget::OnPackage>},
-    {CB_SLEEP_WAKEUP, RouteNotice<&RecordTarget::OnSleepWakeup>},
-    {CB_UART_SEND, Route<&RecordTarget::OnUartSend>},
-    {CB_KPI_POSITION, Route<&RecordTarget::OnKpiPosition>},
-    {CB_KPI_SATELLITE, Route<&RecordTarget::OnKpiSatellite>},
-    {CB_ACK, Route<&RecordTarget::OnAck>},
-    {CB_FIRST_FIX, RouteNotice<&RecordTarget::OnFirstFix>},
-    {CB_HIS_INFO, Route<&RecordTarget::OnHisInfo>},
+    {protocol::CB_NMEA, Route<&RecordTarget::OnNmea>},
+    {protocol::CB_CN0, Route<&RecordTarget::OnCn0>},
+    {protocol::CB_SAT_POS, Route<&RecordTarget::OnSatPos>},
+    {protocol::CB_DATA, Route<&RecordTarget::OnData>},
+    {protocol::CB_COMPASS, Route<&RecordTarget::OnCompass>},
+    {protocol::CB_MESSAGE, Route<&RecordTarget::OnMessage>},
+    {protocol::CB_POSITION, Route<&RecordTarget::OnPosition>},
+    {protocol::CB_PACKAGE, Route<&RecordTarget::OnPackage>},
+    {protocol::CB_SLEEP_WAKEUP, RouteNotice<&RecordTarget::OnSleepWakeup>},
+    {protocol::CB_UART_SEND, Route<&RecordTarget::OnUartSend>},
+    {protocol::CB_KPI_POSITION, Route<&RecordTarget::OnKpiPosition>},
+    {protocol::CB_KPI_SATELLITE, Route<&RecordTarget::OnKpiSatellite>},
+    {protocol::CB_ACK, Route<&RecordTarget::OnAck>},
+    {protocol::CB_FIRST_FIX, RouteNotice<&RecordTarget::OnFirstFix>},
+    {protocol::CB_HIS_INFO, Route<&RecordTarget::OnHisInfo>},
 };
 
 constexpr std::size_t logBufferSize = 10000;

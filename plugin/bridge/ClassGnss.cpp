@@ -116,7 +116,7 @@ int GnssEncode(quint32 commandId, const void* payload, quint32 payloadLength, vo
         qWarning().nospace() << "GnssEncode gives " << length << " bytes for a buffer of " << outSize;
         length = -1;
     }
-    if (commandId != passThroughId && length >= 0 && CProductVersion::GetVersion() == gnss::kAtProduct) {
+    if (commandId != passThroughId && length >= 0 && CProductVersion::GetVersion() == protocol::kAtProduct) {
         length = WrapAtCommand(out, length);
     }
     qDebug().nospace().noquote() << "ClassGnss::GnssEncode --- ret:" << length;
@@ -155,7 +155,7 @@ void DeinitGnss(quint32 flag)
 int WrapAtCommand(void* out, int length)
 {
     const QByteArray digits = QByteArray(static_cast<const char*>(out), length).toHex();
-    QByteArray text = (QLatin1String(gnss::kAtHexCommand) + QString::fromLatin1(digits)).toLocal8Bit();
+    QByteArray text = (QLatin1String(protocol::kAtHexCommand) + QString::fromLatin1(digits)).toLocal8Bit();
     text.append('\r');
     text.append('\n');
     if (static_cast<quint32>(text.size()) > maxFrameLength) {

@@ -77,7 +77,7 @@ void CmdConfig::LetPagesScroll()
 void CmdConfig::FillList()
 {
     QStringList rows;
-    if (CProductVersion::GetVersion() == gnss::kReducedProduct) {
+    if (CProductVersion::GetVersion() == protocol::kReducedProduct) {
         // The stack is not reduced with the list: rows 2 and 3 open the pages at 2 and 3, which are others than
         // the names say. It is meant so.
         rows = QStringList{QStringLiteral("CFG-FIX-GNSS"), QStringLiteral("CFG-START-MODE"),

@@ -15,7 +15,7 @@ const char groupName[] = "ConfigCmd";
 QByteArray CustomCommandBytes(const QString& text, int product)
 {
     const QByteArray latin1 = text.trimmed().toLatin1();
-    if (product == gnss::kAtProduct) {
+    if (product == protocol::kAtProduct) {
         return latin1 + "\r\n";
     }
     return QByteArray::fromHex(latin1);

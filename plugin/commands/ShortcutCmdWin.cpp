@@ -86,7 +86,7 @@ void ShortcutCmdWin::SlotSendBtnClicked()
         const qint32 value = qToLittleEndian<qint32>(box->value());
         payload.append(reinterpret_cast<const char*>(&value), sizeof(value));
     }
-    const CommandFrame frame(m_pages->currentIndex() == 0 ? gnss::CmdStart : gnss::CmdStop, payload);
+    const CommandFrame frame(m_pages->currentIndex() == 0 ? protocol::CmdStart : protocol::CmdStop, payload);
     const QPointer<ShortcutCmdWin> guard(this);
     if (frame.IsEncoded()) {
         emit SendMsg(frame.Data(), frame.Length());

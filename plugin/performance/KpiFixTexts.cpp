@@ -13,7 +13,7 @@ QString Angle(double degrees, QChar positive, QChar negative)
 
 } // namespace
 
-KpiFixTexts KpiTextsOf(const gnss::KpiFixRecord& fix)
+KpiFixTexts KpiTextsOf(const protocol::KpiFixRecord& fix)
 {
     KpiFixTexts texts;
     texts.date = QStringLiteral("%1-%2-%3").arg(fix.year).arg(fix.month).arg(fix.day);

@@ -15,4 +15,4 @@ struct KpiFixTexts {
     QString speed;
 };
 
-KpiFixTexts KpiTextsOf(const gnss::KpiFixRecord& fix);
+KpiFixTexts KpiTextsOf(const protocol::KpiFixRecord& fix);

@@ -68,14 +68,14 @@ void KpiSatellites::ClearShown()
 
 bool KpiSatellites::Take(const char* bytes, std::size_t length)
 {
-    gnss::KpiCn0RecordOf<256> record = {};
+    protocol::KpiCn0RecordOf<256> record = {};
     static_assert(sizeof record == largestRecord);
     const std::size_t size = std::min(length, sizeof record);
     std::memcpy(&record, bytes, size);
 
     std::array<SatGroupList, constellations> groups;
     std::array<Column, constellations> seen;
-    const std::size_t held = size > 0 ? (size - 1) / sizeof(gnss::KpiCn0Entry) : 0;
+    const std::size_t held = size > 0 ? (size - 1) / sizeof(protocol::KpiCn0Entry) : 0;
     const std::size_t count = std::min<std::size_t>(record.count, held);
     satCount = static_cast<qint32>(count);
     satUsedCount = 0;
@@ -84,7 +84,7 @@ bool KpiSatellites::Take(const char* bytes, std::size_t length)
         satUsedCount += record.entry[i].inuseFlag != 0 ? 1 : 0;
     }
     for (std::size_t i = 0; i < count; ++i) {
-        const gnss::KpiCn0Entry& entry = record.entry[i];
+        const protocol::KpiCn0Entry& entry = record.entry[i];
         const auto* letter = std::find(std::begin(letters), std::end(letters), entry.constellation);
         if (letter == std::end(letters)) {
             // The placeholder stays in the line: it is meant so.

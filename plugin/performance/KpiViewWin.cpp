@@ -408,12 +408,12 @@ void KpiViewWin::OnKpiFix(const void* buffer, int length)
     if (!m_sequencer.Accepts()) {
         return;
     }
-    const RecordCopy record(buffer, length, sizeof(gnss::KpiFixRecord), "KpiViewWin");
+    const RecordCopy record(buffer, length, sizeof(protocol::KpiFixRecord), "KpiViewWin");
     if (record.IsDropped()) {
         return;
     }
     // A shorter record reads zeros behind its end.
-    gnss::KpiFixRecord fix = {};
+    protocol::KpiFixRecord fix = {};
     std::memcpy(&fix, record.Data(), record.Size());
     m_sequencer.OnPosition(fix.second, {fix.latitude, fix.longitude, fix.altitude});
 

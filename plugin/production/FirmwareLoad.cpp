@@ -16,7 +16,7 @@ constexpr int narrowCounterMask = 0xFF;
 /// Counted with the others, but not part of what is shown.
 constexpr int uncountedRecords = 2;
 
-ImageSource SourceOf(QFile& file)
+protocol::ImageSource SourceOf(QFile& file)
 {
     return [&file](char* out, std::size_t size) {
         const qint64 got = file.read(out, static_cast<qint64>(size));
@@ -40,7 +40,7 @@ FirmwareLoadOutcome FirmwareLoad::Run(const QString& imagePath)
     if (!QFileInfo(imagePath).isFile() || !file.open(QIODevice::ReadOnly)) {
         return FirmwareLoadOutcome::NoFile;
     }
-    if (!FirmwareImage(SourceOf(file)).ReadHeader()) {
+    if (!protocol::FirmwareImage(SourceOf(file)).ReadHeader()) {
         log(tr("读取版本号失败，请确认固件选择是否正确"));
         return FirmwareLoadOutcome::Failed;
     }
@@ -79,8 +79,8 @@ int FirmwareLoad::Counted(int value) const
 
 void FirmwareLoad::CountRecords(QFile& file)
 {
-    FirmwareImage image(SourceOf(file));
-    FirmwareRecord record;
+    protocol::FirmwareImage image(SourceOf(file));
+    protocol::FirmwareRecord record;
     while (image.Next(record)) {
         m_total = Counted(m_total + 1);
     }
@@ -89,12 +89,12 @@ void FirmwareLoad::CountRecords(QFile& file)
 FirmwareLoad::Pass FirmwareLoad::Replay(QFile& file)
 {
     file.seek(0);
-    FirmwareImage image(SourceOf(file));
+    protocol::FirmwareImage image(SourceOf(file));
     if (!image.ReadHeader()) {
         log(tr("读取版本号失败"));
         return Pass::Failed;
     }
-    FirmwareRecord record;
+    protocol::FirmwareRecord record;
     while (image.Next(record)) {
         if (record.skipped) {
             continue;

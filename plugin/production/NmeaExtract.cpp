@@ -17,20 +17,20 @@ constexpr qint64 readSize = 500; ///< bytes
 
 void WriteSentences(QFile& input, QTextStream& output)
 {
-    const std::unique_ptr<void, decltype(&std::free)> block(std::malloc(sizeof(NmeaBuff)), &std::free);
+    const std::unique_ptr<void, decltype(&std::free)> block(std::malloc(sizeof(protocol::NmeaBuff)), &std::free);
     if (!block) {
         qDebug().noquote() << "malloc NmeaBuff failed!!";
         return;
     }
-    auto& buff = *static_cast<NmeaBuff*>(block.get());
+    auto& buff = *static_cast<protocol::NmeaBuff*>(block.get());
     memset_s(&buff, sizeof buff, 0, sizeof buff);
     char bytes[readSize];
-    NmeaSentence sentence;
+    protocol::NmeaSentence sentence;
     // A file that is cut while it is read gives nothing more before it is at its end.
     qint64 count = 0;
     while (!input.atEnd() && (count = input.read(bytes, readSize)) > 0) {
         const char* p = bytes;
-        while (NextNmeaSentence(buff, p, bytes + count, EndsInChecksum, sentence)) {
+        while (protocol::NextNmeaSentence(buff, p, bytes + count, protocol::EndsInChecksum, sentence)) {
             output << QString::fromLatin1(sentence.text, static_cast<int>(sentence.length));
         }
     }

@@ -269,8 +269,8 @@ void ProductTest::Scan(const QByteArray& bytes)
     QStringList shown;
     const char* position = bytes.constData();
     const char* const end = position + bytes.size();
-    NmeaSentence sentence;
-    while (NextNmeaSentence(m_scanBuffer, position, end, EndsInLine, sentence)) {
+    protocol::NmeaSentence sentence;
+    while (protocol::NextNmeaSentence(m_scanBuffer, position, end, protocol::EndsInLine, sentence)) {
         HandleSentence(sentence, shown);
         if (guard.isNull()) {
             return;
@@ -282,7 +282,7 @@ void ProductTest::Scan(const QByteArray& bytes)
     }
 }
 
-void ProductTest::HandleSentence(const NmeaSentence& sentence, QStringList& shown)
+void ProductTest::HandleSentence(const protocol::NmeaSentence& sentence, QStringList& shown)
 {
     const std::string_view text(sentence.text, sentence.length);
     if (HoldsGga(text)) {

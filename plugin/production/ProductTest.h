@@ -58,7 +58,7 @@ private:
 
     // Sentences
     void Scan(const QByteArray& bytes);
-    void HandleSentence(const NmeaSentence& sentence, QStringList& shown);
+    void HandleSentence(const protocol::NmeaSentence& sentence, QStringList& shown);
     void CloseEpoch();
     void ShowEpoch(const EpochSignals& sums);
     void TakeFix();
@@ -89,7 +89,7 @@ private:
     QTimer* timeoutTimer = nullptr;
     QTimer* delayTimer = nullptr;
     QTimer* readTimer = nullptr;
-    NmeaBuff m_scanBuffer = {};
+    protocol::NmeaBuff m_scanBuffer = {};
     EpochStore m_epoch;
 
     // The last epoch that was shown

@@ -54,7 +54,7 @@ BasicViewWin::~BasicViewWin()
 
 void BasicViewWin::OnRecord(const void* buffer, int length)
 {
-    const RecordCopy record(buffer, length, sizeof(gnss::FixRecord), "BasicViewWin");
+    const RecordCopy record(buffer, length, sizeof(protocol::FixRecord), "BasicViewWin");
     if (record.IsDropped()) {
         return;
     }

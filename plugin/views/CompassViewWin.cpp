@@ -42,7 +42,7 @@ constexpr QRect kModeBox(-20, 9, 40, 15);
 } // namespace
 
 CompassViewWin::CompassViewWin(QWidget* parent)
-    : QWidget(parent), modeText(GetFixModeText(gnss::FixInvalid)), m_refresh(new ViewRefresh(this))
+    : QWidget(parent), modeText(GetFixModeText(protocol::FixInvalid)), m_refresh(new ViewRefresh(this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     connect(m_refresh, &ViewRefresh::Due, this, QOverload<>::of(&QWidget::update));
@@ -51,12 +51,12 @@ CompassViewWin::CompassViewWin(QWidget* parent)
 
 void CompassViewWin::OnRecord(const void* buffer, int length)
 {
-    const RecordCopy record(buffer, length, sizeof(gnss::CompassRecord), "CompassViewWin");
-    if (record.IsDropped() || record.Size() < gnss::kCompassRecordMinSize) {
+    const RecordCopy record(buffer, length, sizeof(protocol::CompassRecord), "CompassViewWin");
+    if (record.IsDropped() || record.Size() < protocol::kCompassRecordMinSize) {
         return;
     }
-    heading = record.At<float>(offsetof(gnss::CompassRecord, heading));
-    modeText = GetFixModeText(record.At<std::uint8_t>(offsetof(gnss::CompassRecord, fixMode)));
+    heading = record.At<float>(offsetof(protocol::CompassRecord, heading));
+    modeText = GetFixModeText(record.At<std::uint8_t>(offsetof(protocol::CompassRecord, fixMode)));
     m_refresh->Request();
 }
 

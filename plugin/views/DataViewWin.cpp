@@ -36,7 +36,7 @@ DataViewWin::DataViewWin(QWidget* parent) : QWidget(parent)
 
 void DataViewWin::OnRecord(const void* buffer, int length)
 {
-    const RecordCopy record(buffer, length, sizeof(gnss::FixRecord), "DataViewWin");
+    const RecordCopy record(buffer, length, sizeof(protocol::FixRecord), "DataViewWin");
     if (record.IsDropped()) {
         return;
     }

@@ -15,7 +15,7 @@
 
 namespace {
 
-using gnss::FixRecord;
+using protocol::FixRecord;
 
 // The record's length from which on it holds what a text needs, in the order of the texts.
 constexpr std::size_t kNeeded[] = {

@@ -32,10 +32,10 @@ struct PackageColumn {
 };
 
 constexpr PackageColumn kColumns[] = {
-    {offsetof(gnss::PackageRecord, type), FieldKind::Hex8},
-    {offsetof(gnss::PackageRecord, direction), FieldKind::Direction},
-    {offsetof(gnss::PackageRecord, subType), FieldKind::Hex16},
-    {offsetof(gnss::PackageRecord, length), FieldKind::U16},
+    {offsetof(protocol::PackageRecord, type), FieldKind::Hex8},
+    {offsetof(protocol::PackageRecord, direction), FieldKind::Direction},
+    {offsetof(protocol::PackageRecord, subType), FieldKind::Hex16},
+    {offsetof(protocol::PackageRecord, length), FieldKind::U16},
 };
 
 } // namespace
@@ -81,7 +81,7 @@ PackageViewWin::PackageViewWin(QWidget* parent) : QWidget(parent)
 
 void PackageViewWin::OnRecord(const void* buffer, int length)
 {
-    const RecordCopy record(buffer, length, sizeof(gnss::PackageRecord), "PackageViewWin");
+    const RecordCopy record(buffer, length, sizeof(protocol::PackageRecord), "PackageViewWin");
     if (record.IsDropped()) {
         return;
     }

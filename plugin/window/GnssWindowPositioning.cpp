@@ -29,7 +29,7 @@ const char probeFrame[] = "7e 04 0e 00 05 00 00 00 00 00 01 00 00 7e";
 /// The bytes of a command: AT text with its line end for the AT product, else the hand-made frame.
 QByteArray CommandBytes(const char* atText, const char* frameText)
 {
-    if (CProductVersion::GetVersion() == gnss::kAtProduct) {
+    if (CProductVersion::GetVersion() == protocol::kAtProduct) {
         return QByteArray(atText) + "\r\n";
     }
     return QByteArray::fromHex(frameText);
@@ -52,7 +52,7 @@ void GnssWindow::SlotStartClicked()
         ShowCriticalBox(this, tr("错误"), tr("当前已经启动，请勿重复触发！"));
         return;
     }
-    const CommandFrame frame(ClassGnss::passThroughId, CommandBytes(gnss::kAtStart, startFrame));
+    const CommandFrame frame(ClassGnss::passThroughId, CommandBytes(protocol::kAtStart, startFrame));
     if (!frame.IsEncoded()) {
         return;
     }
@@ -87,7 +87,7 @@ void GnssWindow::SlotStopBtnClicked()
         return;
     }
     const QPointer<GnssWindow> guard(this);
-    if (!SendReadyFrame(CommandBytes(gnss::kAtStop, stopFrame)) || guard.isNull()) {
+    if (!SendReadyFrame(CommandBytes(protocol::kAtStop, stopFrame)) || guard.isNull()) {
         return;
     }
     // A stop is taken as done without waiting for its ACK.

@@ -233,7 +233,7 @@ void GnssWindow::BuildReplayButtons(QToolBar* bar)
 void GnssWindow::BuildToolWindowButtons(QToolBar* bar)
 {
     const int product = CProductVersion::GetVersion();
-    const bool reduced = product == gnss::kReducedProduct;
+    const bool reduced = product == protocol::kReducedProduct;
     if (!reduced) {
         m_onlineBtn = AddToolButton(bar, QStringLiteral("online_unlink.png"), tr("在线辅助定位"), QSize(20, 20));
         connect(m_onlineBtn, &QPushButton::clicked, this, &GnssWindow::ShowOnlineAsstWin);
@@ -244,7 +244,7 @@ void GnssWindow::BuildToolWindowButtons(QToolBar* bar)
     }
     m_hisInfoBtn = AddToolButton(bar, QStringLiteral("hisNotOpen.png"), tr("历史信息"), QSize(20, 17));
     connect(m_hisInfoBtn, &QPushButton::clicked, this, &GnssWindow::ShowHisInfoInjectWin);
-    if (reduced || product == gnss::kAtProduct) {
+    if (reduced || product == protocol::kAtProduct) {
         m_senceReplayBtn =
             AddToolButton(bar, QStringLiteral("senceReplay.png"), tr("场景库回放"), defaultIconSize);
         connect(m_senceReplayBtn, &QPushButton::clicked, this, &GnssWindow::ShowSenceReplayWin);

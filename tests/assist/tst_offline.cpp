@@ -53,7 +53,7 @@ quint32 Now()
 
 QByteArray Seed(quint32 start, quint32 end)
 {
-    const std::vector<std::uint8_t> image = pgnss::PackSeed(pgnss::MakeModelSeed(start, start, end));
+    const std::vector<std::uint8_t> image = seeds::PackSeed(seeds::MakeModelSeed(start, start, end));
     return QByteArray(reinterpret_cast<const char*>(image.data()), static_cast<int>(image.size()));
 }
 

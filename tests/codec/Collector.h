@@ -10,9 +10,9 @@
 #include <cstring>
 
 /// Keeps everything that a codec hands over.
-class Collector : public gnss::RecordSink {
+class Collector : public codec::RecordSink {
 public:
-    void OnRecord(GnssCbType type, const void* data, std::size_t length) override
+    void OnRecord(protocol::GnssCbType type, const void* data, std::size_t length) override
     {
         numbers.append(type);
         images.append(QByteArray(static_cast<const char*>(data), static_cast<int>(length)));
@@ -21,24 +21,24 @@ public:
     {
         whole.append(QByteArray(text, static_cast<int>(length)));
     }
-    void OnNmeaText(const gnss::NmeaText& record) override
+    void OnNmeaText(const protocol::NmeaText& record) override
     {
-        overfull = overfull || record.count == 0 || record.count > gnss::kNmeaSlots;
-        for (int i = 0; i < record.count && i < int(gnss::kNmeaSlots); ++i) {
-            overfull = overfull || strnlen(record.slot[i], gnss::kNmeaSlotSize) == gnss::kNmeaSlotSize;
+        overfull = overfull || record.count == 0 || record.count > protocol::kNmeaSlots;
+        for (int i = 0; i < record.count && i < int(protocol::kNmeaSlots); ++i) {
+            overfull = overfull || strnlen(record.slot[i], protocol::kNmeaSlotSize) == protocol::kNmeaSlotSize;
             slots_.append(QByteArray(record.slot[i]));
         }
         ++textRecords;
     }
-    void OnKpiCn0(const gnss::KpiCn0Record& record) override
+    void OnKpiCn0(const protocol::KpiCn0Record& record) override
     {
         kpiCn0 = record;
         RecordSink::OnKpiCn0(record);
     }
 
-    int Count(GnssCbType type) const { return numbers.count(type); }
+    int Count(protocol::GnssCbType type) const { return numbers.count(type); }
     /// Images of one number, in order.
-    QByteArrayList Images(GnssCbType type) const
+    QByteArrayList Images(protocol::GnssCbType type) const
     {
         QByteArrayList result;
         for (int i = 0; i < numbers.size(); ++i) {
@@ -55,25 +55,25 @@ public:
         std::memcpy(&record, image.constData(), qMin(sizeof record, std::size_t(image.size())));
         return record;
     }
-    template <typename Record> Record Last(GnssCbType type) const
+    template <typename Record> Record Last(protocol::GnssCbType type) const
     {
         return As<Record>(Images(type).value(Count(type) - 1));
     }
     template <typename Payload> Payload LastMessage(quint32 type) const
     {
         Payload payload{};
-        for (const QByteArray& image : Images(CB_MESSAGE)) {
+        for (const QByteArray& image : Images(protocol::CB_MESSAGE)) {
             if (As<quint32>(image) == type && image.size() == int(4 + sizeof payload)) {
                 payload = As<Payload>(image.mid(4));
             }
         }
         return payload;
     }
-    QVector<gnss::FixRecord> Fixes(bool onlyValid = false) const
+    QVector<protocol::FixRecord> Fixes(bool onlyValid = false) const
     {
-        QVector<gnss::FixRecord> result;
-        for (const QByteArray& image : Images(CB_DATA)) {
-            const auto fix = As<gnss::FixRecord>(image);
+        QVector<protocol::FixRecord> result;
+        for (const QByteArray& image : Images(protocol::CB_DATA)) {
+            const auto fix = As<protocol::FixRecord>(image);
             if (fix.fixMode != 0 || !onlyValid) {
                 result.append(fix);
             }
@@ -81,16 +81,16 @@ public:
         return result;
     }
 
-    QVector<GnssCbType> numbers; ///< all records but the text, in order
+    QVector<protocol::GnssCbType> numbers; ///< all records but the text, in order
     QVector<QByteArray> images;
     QByteArrayList slots_;
     QByteArrayList whole;
-    gnss::KpiCn0Record kpiCn0{}; ///< also what lies behind its image
+    protocol::KpiCn0Record kpiCn0{}; ///< also what lies behind its image
     int textRecords = 0;
     bool overfull = false;
 };
 
-inline void Feed(gnss::Codec& codec, const QByteArray& bytes)
+inline void Feed(codec::Codec& codec, const QByteArray& bytes)
 {
     codec.Decode(reinterpret_cast<const quint8*>(bytes.constData()), static_cast<std::size_t>(bytes.size()));
 }
@@ -109,14 +109,14 @@ struct Link {
     }
 
     Collector got;
-    gnss::Codec codec;
+    codec::Codec codec;
 };
 
 inline QByteArray Frame(int id, const QByteArray& payload, int word1 = 0, int word2 = 0)
 {
-    QByteArray frame(int(gnss::kFrameOverhead) + payload.size(), '\0');
+    QByteArray frame(int(protocol::kFrameOverhead) + payload.size(), '\0');
     const std::size_t length =
-        gnss::WriteFrame(reinterpret_cast<quint8*>(frame.data()), std::size_t(frame.size()), quint16(id),
-                         quint16(word1), quint16(word2), payload.constData(), std::size_t(payload.size()));
+        protocol::WriteFrame(reinterpret_cast<quint8*>(frame.data()), std::size_t(frame.size()), quint16(id),
+                             quint16(word1), quint16(word2), payload.constData(), std::size_t(payload.size()));
     return length == std::size_t(frame.size()) ? frame : QByteArray();
 }

@@ -74,7 +74,7 @@ private slots:
         Register<0, 200, 400, 500, 700, 12345>();
         Call("RegLogHandle", reinterpret_cast<void*>(LogHandler));
         QVERIFY(g_log.startsWith("GnssUtils "));
-        Decode(Frame(gnss::RptAck, QByteArray(4, '\0')) + Frame(gnss::RptSleep, "\1"));
+        Decode(Frame(protocol::RptAck, QByteArray(4, '\0')) + Frame(protocol::RptSleep, "\1"));
         Decode(Sentence("GPGLL,4807.038,N,01131.000,E,101110,A") +
                Sentence("GPGLL,4807.038,N,01131.000,E,101111,A"));
         QCOMPARE(g_called, (QVector<int>{400, 500, 0, 700, 200, 200}));

@@ -31,13 +31,13 @@ const QMap<QString, int> kTimes = {
 };
 
 /// As the table has it.
-QString TimeText(const gnss::FixRecord& fix)
+QString TimeText(const protocol::FixRecord& fix)
 {
     return QString::asprintf("%02u:%02u:", fix.hour, fix.minute) +
            QString::number(fix.second, 'f', 3).rightJustified(6, '0') + 'Z';
 }
 
-void CheckFix(const gnss::FixRecord& fix, const QStringList& expected)
+void CheckFix(const protocol::FixRecord& fix, const QStringList& expected)
 {
     const int split = expected[0].indexOf('T');
     QVERIFY(split < 0 ||
@@ -87,17 +87,18 @@ private slots:
         const int inside = name == "telit-pls83-w" ? 1 : 0;
         QCOMPARE(got.Fixes(true).size(), kTimes.value(name) - inside);
         link.codec.EndOfInput();
-        QMap<QString, gnss::FixRecord> times;
-        for (const gnss::FixRecord& fix : got.Fixes(true)) {
+        QMap<QString, protocol::FixRecord> times;
+        for (const protocol::FixRecord& fix : got.Fixes(true)) {
             QVERIFY2(!times.contains(TimeText(fix)), "a time twice");
             times[TimeText(fix)] = fix;
         }
         QCOMPARE(times.size(), kTimes.value(name, -1));
         QVERIFY(times.size() >= row[4].toInt());
         // An epoch without a position gives no point for the track.
-        QVERIFY(got.Count(CB_POSITION) >= times.size() && got.Count(CB_POSITION) <= got.Count(CB_DATA));
-        QCOMPARE(got.Count(CB_KPI_POSITION), times.size());
-        QCOMPARE(got.Count(CB_FIRST_FIX), times.isEmpty() ? 0 : 1);
+        QVERIFY(got.Count(protocol::CB_POSITION) >= times.size() &&
+                got.Count(protocol::CB_POSITION) <= got.Count(protocol::CB_DATA));
+        QCOMPARE(got.Count(protocol::CB_KPI_POSITION), times.size());
+        QCOMPARE(got.Count(protocol::CB_FIRST_FIX), times.isEmpty() ? 0 : 1);
         // The figures of another decoder leave some epochs out, so they are looked
         // up by their time.
         for (int column = 5; column < 13 && !times.isEmpty(); column += 4) {
@@ -106,10 +107,10 @@ private slots:
             CheckFix(times[time], row.mid(column, 4));
         }
 
-        const auto satPos = got.Last<gnss::SatPosRecord>(CB_SAT_POS);
+        const auto satPos = got.Last<protocol::SatPosRecord>(protocol::CB_SAT_POS);
         QMap<char, QSet<int>> directions;
         for (int i = 0; i < satPos.count; ++i) {
-            const gnss::SatPosEntry& entry = satPos.entry[i];
+            const protocol::SatPosEntry& entry = satPos.entry[i];
             directions[entry.constellation].insert(entry.svid);
             QVERIFY(entry.elevation <= 90 && entry.azimuth < 360);
         }

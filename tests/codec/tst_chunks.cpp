@@ -25,7 +25,7 @@ QByteArray Mixture(unsigned seed)
 {
     Random random(seed);
     const auto below = [&random](int n) { return int(random() % unsigned(n)); };
-    const auto ack = [](char id) { return Frame(gnss::RptAck, QByteArray(1, id) + QByteArray(3, '\0')); };
+    const auto ack = [](char id) { return Frame(protocol::RptAck, QByteArray(1, id) + QByteArray(3, '\0')); };
     QByteArray all;
     QByteArray last;
     for (int i = 0; i < 900; ++i) {
@@ -39,11 +39,11 @@ QByteArray Mixture(unsigned seed)
             Sentence("GPGSV,1,1,02,01,78,221,47,03,09,042," + QByteArray::number(below(50)), lineEnd),
             Sentence("PERC,GPppf,+03.0,+GNSSHEY,+001.1,0,18,0", lineEnd),
             Sentence("GPTXT,01,01,02," + QByteArray(below(1100), 'a'), lineEnd), ack('\1'),
-            Frame(gnss::RptSleep, "\1"), Frame(gnss::RptHistory, Noise(random, 40), below(2), 2),
+            Frame(protocol::RptSleep, "\1"), Frame(protocol::RptHistory, Noise(random, 40), below(2), 2),
             // Contents that look like the beginnings of everything else.
-            Frame(gnss::RptMessage + gnss::MsgTypeMeas,
+            Frame(protocol::RptMessage + protocol::MsgTypeMeas,
                   (Sentence("GPRMC,1,2") + "~\x04+GNSSHEX:7e\r\n$" + Noise(random, 4416)).left(4416)),
-            Frame(gnss::RptAck, Noise(random, below(300))).chopped(1) + 'x', // no end flag
+            Frame(protocol::RptAck, Noise(random, below(300))).chopped(1) + 'x', // no end flag
             "+GNSSHEX:" + ack('\2').toHex() + lineEnd, "$GPGGA,1+GNSSHEX:" + ack('\3').toHex() + "\r\n",
             Noise(random, below(200))};
         const QByteArray piece = pieces[below(14)];
@@ -78,12 +78,12 @@ private slots:
         QFETCH(QByteArray, bytes);
         Link reference;
         reference.Say(bytes);
-        const gnss::LinkCounters& expected = reference.codec.Counters();
+        const codec::LinkCounters& expected = reference.codec.Counters();
         QCOMPARE(expected.bytes, quint64(bytes.size()));
         if (QByteArray(QTest::currentDataTag()).startsWith("mixture")) {
             QVERIFY(expected.sentences > 20 && expected.frames > 100 && expected.checksumErrors > 10);
-            QVERIFY(reference.got.Count(CB_HIS_INFO) > 0 && reference.got.Count(CB_ACK) > 50 &&
-                    reference.got.Count(CB_DATA) > 20);
+            QVERIFY(reference.got.Count(protocol::CB_HIS_INFO) > 0 && reference.got.Count(protocol::CB_ACK) > 50 &&
+                    reference.got.Count(protocol::CB_DATA) > 20);
         }
 
         Random random(7);
@@ -103,7 +103,7 @@ private slots:
             QCOMPARE(link.got.numbers, reference.got.numbers);
             QCOMPARE(link.got.images, reference.got.images);
             QVERIFY(!link.got.overfull);
-            const gnss::LinkCounters& counters = link.codec.Counters();
+            const codec::LinkCounters& counters = link.codec.Counters();
             QVERIFY(counters.bytes == expected.bytes && counters.sentences == expected.sentences &&
                     counters.checksumErrors == expected.checksumErrors && counters.frames == expected.frames &&
                     counters.droppedBytes == expected.droppedBytes);
@@ -122,14 +122,14 @@ private slots:
         link.Say(QByteArray(1000000, '\0') + QByteArray(1000000, '$'));
         // Each twelve bytes are a header that claims the largest frame: the worst
         // case of reading again.
-        const QByteArray header = Frame(1, QByteArray(int(gnss::kMaxFramePayload), '\0')).left(12);
+        const QByteArray header = Frame(1, QByteArray(int(protocol::kMaxFramePayload), '\0')).left(12);
         const QByteArray headers = header.repeated(2000000 / 12);
         for (int at = 0; at < headers.size(); at += 997) {
             link.Say(headers.mid(at, 997));
         }
         // Whatever was held back by then, the link recovers within the largest
         // frame.
-        link.Say(QByteArray(int(gnss::kMaxFrameLength), '\n'));
+        link.Say(QByteArray(int(protocol::kMaxFrameLength), '\n'));
         const int before = link.got.whole.size();
         link.Say(Sentence("GPTXT,01,01,02,alive"));
         QCOMPARE(link.got.whole.size(), before + 1);

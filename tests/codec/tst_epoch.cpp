@@ -45,7 +45,7 @@ QStringList Times(Link& link)
 {
     link.codec.EndOfInput();
     QStringList times;
-    for (const gnss::FixRecord& fix : link.got.Fixes()) {
+    for (const protocol::FixRecord& fix : link.got.Fixes()) {
         times.append(QString::asprintf("%u-%u-%u %u:%u:%g", fix.year, fix.month, fix.day, fix.hour, fix.minute,
                                        fix.second));
     }
@@ -54,7 +54,7 @@ QStringList Times(Link& link)
 
 template <typename Message> QByteArray MessageFrame(int type, const Message& message)
 {
-    return Frame(gnss::RptMessage + type,
+    return Frame(protocol::RptMessage + type,
                  QByteArray(reinterpret_cast<const char*>(&message), int(sizeof message)));
 }
 
@@ -84,7 +84,7 @@ private slots:
                 // on each goes out at once. A list that stands before the position
                 // belongs to the cycle before it, as far as can be told.
                 const int late = order.first() == kGsv ? 1 : 0;
-                QVERIFY(second == 10 || link.got.Count(CB_DATA) == second - 9 - late);
+                QVERIFY(second == 10 || link.got.Count(protocol::CB_DATA) == second - 9 - late);
             }
             QCOMPARE(Times(link), times);
         }
@@ -109,14 +109,14 @@ private slots:
             twoTalkers.Say(Gga(At(second)) + Sentence("GAGGA," + place + "1,08,0.9,100.0,M,46.9,M,,") +
                            Sentence("GNGNS," + place + "AA,08,0.9,100.0,46.9,,") + Rmc(At(second)));
         }
-        QCOMPARE(twoTalkers.got.Count(CB_DATA), 3);
+        QCOMPARE(twoTalkers.got.Count(protocol::CB_DATA), 3);
 
         Link ownTime;
         for (int second = 10; second < 20; second += 2) {
             ownTime.Say(Rmc(At(second)) + Gga(At(second)) + kGsv +
                         Sentence("GPGLL,4807.038,N,01131.000,E," + At(second + 1) + ",A"));
         }
-        QCOMPARE(ownTime.got.Count(CB_DATA), 10);
+        QCOMPARE(ownTime.got.Count(protocol::CB_DATA), 10);
         QCOMPARE(Times(ownTime).last(), QString("1994-3-23 10:11:19"));
         QCOMPARE(ownTime.got.Fixes().last().altitude, 100.0);
 
@@ -157,7 +157,7 @@ private slots:
         heights.Say(Rmc("101110") + Gga("101111") + Rmc("101112") + Gga("101113", 0, "7.0") +
                     Gga("101114", 2, "") + Gga("101115", 1, "-3.5") + Gga("101116", 1, "8"));
         QVector<double> altitudes;
-        for (const gnss::FixRecord& fix : heights.got.Fixes()) {
+        for (const protocol::FixRecord& fix : heights.got.Fixes()) {
             altitudes.append(fix.altitude);
         }
         QCOMPARE(altitudes.mid(0, 6), (QVector<double>{0, 100, 100, 100, 100, -3.5}));
@@ -171,9 +171,9 @@ private slots:
                  Gsv("GP", "02,17,308,39", "1") + Gsv("GL", "66,40,075,", "1") + Gsv("GA", "33,53,047,47", "7") +
                  Gsv("BD", "08,09,030,39,21,,,49", "4") + Gga("101111"));
         QStringList texts;
-        const auto cn0 = link.got.Last<gnss::Cn0Record>(CB_CN0);
+        const auto cn0 = link.got.Last<protocol::Cn0Record>(protocol::CB_CN0);
         for (int i = 0; i < cn0.count; ++i) {
-            const gnss::Cn0Entry& e = cn0.entry[i];
+            const protocol::Cn0Entry& e = cn0.entry[i];
             float frequency;
             std::memcpy(&frequency, &e.carrierFreq, sizeof frequency);
             texts.append(QString::asprintf("%c%u %u %u %.2f", e.constellation, unsigned(e.svid), unsigned(e.cn0),
@@ -183,25 +183,25 @@ private slots:
                  (QStringList{"G1 46 0 1575.42", "G2 41 1 1575.42", "G2 38 1 1176.45", "S120 35 1 1575.42",
                               "R2 0 1 1602.00", "E33 47 1 1575.42", "C8 39 1 1575.42", "C21 49 0 1575.42"}));
         texts.clear();
-        const auto satPos = link.got.Last<gnss::SatPosRecord>(CB_SAT_POS);
+        const auto satPos = link.got.Last<protocol::SatPosRecord>(protocol::CB_SAT_POS);
         for (int i = 0; i < satPos.count; ++i) {
-            const gnss::SatPosEntry& e = satPos.entry[i];
+            const protocol::SatPosEntry& e = satPos.entry[i];
             texts.append(QString::asprintf("%c%u %u/%u %u", e.constellation, unsigned(e.svid),
                                            unsigned(e.elevation), unsigned(e.azimuth), unsigned(e.cn0)));
         }
         QCOMPARE(texts, (QStringList{"G1 40/83 46", "G2 17/308 41", "S120 20/100 35", "R2 40/75 0", "E33 53/47 47",
                                      "C8 9/30 39"}));
 
-        const auto gsv = link.got.LastMessage<gnss::MsgGsv>(gnss::MsgTypeGsv);
-        QVERIFY(gsv.block[gnss::BlockGps].satellitesNum == 6 && gsv.block[gnss::BlockGps].row[3].freq == 8 &&
-                gsv.block[gnss::BlockGlo].row[0].prn == 66);
-        const auto gsa = link.got.LastMessage<gnss::MsgGsa>(gnss::MsgTypeGsa);
-        QVERIFY(gsa.block[gnss::BlockGps].validPrnNum == 2 && gsa.block[gnss::BlockBds].prn[0] == 208 &&
-                gsa.block[gnss::BlockGal].vdop == 1.2F && gsa.block[gnss::BlockQzs].valid == 0);
+        const auto gsv = link.got.LastMessage<protocol::MsgGsv>(protocol::MsgTypeGsv);
+        QVERIFY(gsv.block[protocol::BlockGps].satellitesNum == 6 &&
+                gsv.block[protocol::BlockGps].row[3].freq == 8 && gsv.block[protocol::BlockGlo].row[0].prn == 66);
+        const auto gsa = link.got.LastMessage<protocol::MsgGsa>(protocol::MsgTypeGsa);
+        QVERIFY(gsa.block[protocol::BlockGps].validPrnNum == 2 && gsa.block[protocol::BlockBds].prn[0] == 208 &&
+                gsa.block[protocol::BlockGal].vdop == 1.2F && gsa.block[protocol::BlockQzs].valid == 0);
         QVERIFY(link.got.Fixes()[0].pdop == 1.5F && link.got.Fixes()[0].vdop == 1.2F);
         // Tracked first-band signals, the strongest first, and a zero behind for
         // the reader that looks too far.
-        const gnss::KpiCn0Record& kpi = link.got.kpiCn0;
+        const protocol::KpiCn0Record& kpi = link.got.kpiCn0;
         QVERIFY(kpi.count == 6 && kpi.entry[0].cn0 == 49 && kpi.entry[1].constellation == 'E' &&
                 kpi.entry[5].cn0 == 35 && kpi.entry[6].inuseFlag == 0);
     }
@@ -211,17 +211,18 @@ private slots:
         // No time and no fix: each return of the first sentence ends a cycle.
         Link cold;
         cold.Say((kVoidRmc + Sentence("GNGGA,,,,,,0,00,99.99,,,,,,") + kGsv).repeated(5));
-        QVERIFY(cold.got.Count(CB_CN0) == 5 && cold.got.Count(CB_DATA) == 5 && cold.got.Fixes(true).isEmpty());
+        QVERIFY(cold.got.Count(protocol::CB_CN0) == 5 && cold.got.Count(protocol::CB_DATA) == 5 &&
+                cold.got.Fixes(true).isEmpty());
 
         // The same when the sentence that used to begin the cycle has been switched
         // off.
         Link changed;
         changed.Say(Gga("101110") + Gga("101111") + kVoidRmc.repeated(5));
-        QVERIFY(changed.got.Count(CB_DATA) >= 5 && changed.got.Fixes().last().fixMode == 0);
+        QVERIFY(changed.got.Count(protocol::CB_DATA) >= 5 && changed.got.Fixes().last().fixMode == 0);
 
         Link listsOnly;
         listsOnly.Say((kGsv + Gsv("GL", "66,40,075,35", "1")).repeated(5));
-        QVERIFY(listsOnly.got.Count(CB_CN0) == 4 && listsOnly.got.Count(CB_DATA) == 0);
+        QVERIFY(listsOnly.got.Count(protocol::CB_CN0) == 4 && listsOnly.got.Count(protocol::CB_DATA) == 0);
 
         // A constellation that is no longer listed stays for one list more; a cycle
         // without lists gives none.
@@ -229,7 +230,7 @@ private slots:
         link.Say(Gga("101110") + kGsv + Gsv("GL", "66,40,075,35") + Gga("101111") + kGsv + Gga("101112") + kGsv +
                  Gga("101113") + Gga("101114"));
         QVector<int> sizes;
-        for (const QByteArray& image : link.got.Images(CB_CN0)) {
+        for (const QByteArray& image : link.got.Images(protocol::CB_CN0)) {
             sizes.append(image.size());
         }
         QCOMPARE(sizes, (QVector<int>{17, 17, 9}));
@@ -246,23 +247,24 @@ private slots:
             link.Say(Sentence(body + ',' + QByteArray::number(i / 144 + 1)));
         }
         link.Say(Gga("101110") + Gga("101111"));
-        QCOMPARE(link.got.Images(CB_CN0).last().size(), 1 + 255 * 8);
-        QCOMPARE(link.got.Images(CB_SAT_POS).last().size(), 2 + 255 * 8);
-        const auto satPos = link.got.Last<gnss::SatPosRecord>(CB_SAT_POS);
+        QCOMPARE(link.got.Images(protocol::CB_CN0).last().size(), 1 + 255 * 8);
+        QCOMPARE(link.got.Images(protocol::CB_SAT_POS).last().size(), 2 + 255 * 8);
+        const auto satPos = link.got.Last<protocol::SatPosRecord>(protocol::CB_SAT_POS);
         QVERIFY(satPos.entry[0].elevation == 90 && satPos.entry[0].azimuth < 360);
-        for (const gnss::GsvBlock& block : link.got.LastMessage<gnss::MsgGsv>(gnss::MsgTypeGsv).block) {
-            QCOMPARE(int(block.satellitesNum), int(gnss::kGsvRows));
+        for (const protocol::GsvBlock& block :
+             link.got.LastMessage<protocol::MsgGsv>(protocol::MsgTypeGsv).block) {
+            QCOMPARE(int(block.satellitesNum), int(protocol::kGsvRows));
         }
         // More sentences than a cycle can be remembered with.
         Link endless;
         endless.Say(Gga(At(10)) + kVtg.repeated(1000) + Gga(At(11)) + kVtg.repeated(1000) + Gga(At(12)));
-        QCOMPARE(endless.got.Count(CB_DATA), 2);
+        QCOMPARE(endless.got.Count(protocol::CB_DATA), 2);
     }
 
     void HeadingOfTheCompass()
     {
         Link link;
-        const auto heading = [&] { return link.got.Last<gnss::CompassRecord>(CB_COMPASS).heading; };
+        const auto heading = [&] { return link.got.Last<protocol::CompassRecord>(protocol::CB_COMPASS).heading; };
         link.Say(Rmc("101110", "230394", "45.5") + Rmc("101111", "230394", ""));
         QCOMPARE(heading(), 45.5F);
         link.Say(Rmc("101112", "230394", ""));
@@ -273,31 +275,31 @@ private slots:
         link.Say(Sentence("GNTHS,12.0,V") + Rmc("101114"));
         link.codec.EndOfInput();
         QCOMPARE(heading(), 90.0F);
-        QCOMPARE(int(link.got.Last<gnss::CompassRecord>(CB_COMPASS).fixMode), 1);
+        QCOMPARE(int(link.got.Last<protocol::CompassRecord>(protocol::CB_COMPASS).fixMode), 1);
     }
 
     void StartForgetsTheUnfinishedCycle()
     {
         Link link;
         link.Say(Rmc("101110") + Gga("101110"));
-        QVERIFY(!link.Encode(gnss::CmdPassThrough,
-                             Frame(gnss::CmdConstellations, QByteArray(5, '\1'), gnss::kColdStartWord))
+        QVERIFY(!link.Encode(protocol::CmdPassThrough,
+                             Frame(protocol::CmdConstellations, QByteArray(5, '\1'), protocol::kColdStartWord))
                      .isEmpty());
         // The rest of the old cycle and the first ones of the new life without a
         // fix: nothing counts as a fix.
         link.Say(Sentence("GPGLL,4807.038,N,01131.000,E,101110,A") + Gga("101111", 0) + Gga("101112", 0));
-        QCOMPARE(link.got.Count(CB_FIRST_FIX), 0);
-        QCOMPARE(link.got.Count(CB_KPI_POSITION), 0);
+        QCOMPARE(link.got.Count(protocol::CB_FIRST_FIX), 0);
+        QCOMPARE(link.got.Count(protocol::CB_KPI_POSITION), 0);
         QCOMPARE(link.got.Fixes().last().altitude, 0.0);
         link.Say(Gga("101113") + Gga("101114"));
-        QCOMPARE(link.got.Count(CB_FIRST_FIX), 1);
+        QCOMPARE(link.got.Count(protocol::CB_FIRST_FIX), 1);
     }
 
     void FirstFixOnceAStart()
     {
         const QByteArray payload(12, '\0');
-        const QByteArray start = Frame(gnss::CmdStart, payload, gnss::kStartWord);
-        const QByteArray hot = Frame(gnss::CmdConstellations, QByteArray(5, '\1'), gnss::kHotStartWord);
+        const QByteArray start = Frame(protocol::CmdStart, payload, protocol::kStartWord);
+        const QByteArray hot = Frame(protocol::CmdConstellations, QByteArray(5, '\1'), protocol::kHotStartWord);
         Link link;
         int second = 10;
         int expected = 0;
@@ -307,22 +309,22 @@ private slots:
             for (int i = 0; i < 4; ++i) {
                 link.Say(Gga(At(second++)));
             }
-            return sent && link.got.Count(CB_FIRST_FIX) == expected;
+            return sent && link.got.Count(protocol::CB_FIRST_FIX) == expected;
         };
-        QVERIFY(fixes(gnss::CmdPps, "ab", true)); // the first of all needs no start
-        QVERIFY(fixes(gnss::CmdStart, payload, true));
+        QVERIFY(fixes(protocol::CmdPps, "ab", true)); // the first of all needs no start
+        QVERIFY(fixes(protocol::CmdStart, payload, true));
         for (const QByteArray& frame :
              {start, QByteArray("AT+GNSSSTART=1,1,1,0\r\n"), "AT+GNSSHEX=" + start.toHex() + "\r\n", hot}) {
-            QVERIFY(fixes(gnss::CmdPassThrough, frame, true));
+            QVERIFY(fixes(protocol::CmdPassThrough, frame, true));
         }
-        QVERIFY(fixes(gnss::CmdConstellations, QByteArray(5, '\1'), false));
-        QVERIFY(fixes(gnss::CmdStop, {}, false));
-        QVERIFY(fixes(gnss::CmdPassThrough, "AT+GNSSSTOP\r\n", false));
+        QVERIFY(fixes(protocol::CmdConstellations, QByteArray(5, '\1'), false));
+        QVERIFY(fixes(protocol::CmdStop, {}, false));
+        QVERIFY(fixes(protocol::CmdPassThrough, "AT+GNSSSTOP\r\n", false));
     }
 
     void ReportsStandInForSentences()
     {
-        gnss::MsgLoc message{};
+        protocol::MsgLoc message{};
         message.validMask = 15;
         message.latitude = 10;
         message.longitude = 20;
@@ -335,7 +337,7 @@ private slots:
         const double lon = 20 / 57.29577951308232;
         const double place[3] = {25e6 * std::cos(lat) * std::cos(lon), 25e6 * std::cos(lat) * std::sin(lon),
                                  25e6 * std::sin(lat)};
-        gnss::MsgMeas measurements{};
+        protocol::MsgMeas measurements{};
         for (int i = 0; i < 4; ++i) {
             auto& entry = measurements.entry[i];
             entry.svid = i == 0 ? 5 : 4 + i;
@@ -351,21 +353,21 @@ private slots:
         for (int i = 0; i < 3; ++i) {
             message.timestamp = 1393286417500U + quint64(i) * 500; // 2024-02-29 23:59:59.5 UTC and on
             const QByteArray reports =
-                MessageFrame(gnss::MsgTypeLoc, message) + MessageFrame(gnss::MsgTypeMeas, measurements);
+                MessageFrame(protocol::MsgTypeLoc, message) + MessageFrame(protocol::MsgTypeMeas, measurements);
             alone.Say(reports);
             both.Say(Gga(At(10 + i)) + kGsv + reports);
         }
         // Beside sentences the reports add nothing.
-        QVERIFY(both.got.Count(CB_DATA) == 3 && both.got.Count(CB_CN0) == 3);
+        QVERIFY(both.got.Count(protocol::CB_DATA) == 3 && both.got.Count(protocol::CB_CN0) == 3);
         QCOMPARE(both.got.Fixes()[0].latitude, both.got.Fixes()[2].latitude);
 
-        QVERIFY(alone.got.Count(CB_DATA) == 2 && alone.got.Count(CB_KPI_POSITION) == 2 &&
-                alone.got.Count(CB_FIRST_FIX) == 1);
+        QVERIFY(alone.got.Count(protocol::CB_DATA) == 2 && alone.got.Count(protocol::CB_KPI_POSITION) == 2 &&
+                alone.got.Count(protocol::CB_FIRST_FIX) == 1);
         QCOMPARE(alone.got.Fixes()[0].speed, 5.0F);
-        const auto cn0 = alone.got.Last<gnss::Cn0Record>(CB_CN0);
+        const auto cn0 = alone.got.Last<protocol::Cn0Record>(protocol::CB_CN0);
         QVERIFY(cn0.count == 4 && cn0.entry[2].constellation == 'E');
         QVERIFY(alone.got.kpiCn0.count == 3 && alone.got.kpiCn0.entry[0].cn0 == 41);
-        const auto satPos = alone.got.Last<gnss::SatPosRecord>(CB_SAT_POS);
+        const auto satPos = alone.got.Last<protocol::SatPosRecord>(protocol::CB_SAT_POS);
         QCOMPARE(int(satPos.count), 2);
         QVERIFY(satPos.entry[0].elevation == 90 && satPos.entry[0].cn0 == 44);
         QVERIFY(satPos.entry[1].azimuth == 90 && satPos.entry[1].elevation == 37);
@@ -376,17 +378,17 @@ private slots:
     {
         Link link;
         for (int i = 0; i < 3; ++i) {
-            for (const int type : {gnss::MsgTypeLoc, gnss::MsgTypeMeas}) {
-                const int length = int(gnss::FindMessageLayout(quint32(type))->fullPayload);
+            for (const int type : {protocol::MsgTypeLoc, protocol::MsgTypeMeas}) {
+                const int length = int(protocol::FindMessageLayout(quint32(type))->fullPayload);
                 // All ones are not-a-number in every float; then times that no receiver
                 // can mean.
-                link.Say(Frame(gnss::RptMessage + type, QByteArray(length, '\xFF')) +
-                         Frame(gnss::RptMessage + type, QByteArray(length, '\x7F')));
+                link.Say(Frame(protocol::RptMessage + type, QByteArray(length, '\xFF')) +
+                         Frame(protocol::RptMessage + type, QByteArray(length, '\x7F')));
             }
         }
         QCOMPARE(link.got.Fixes(true).size(), 0);
         QCOMPARE(Times(link).count("0-0-0 0:0:0"), Times(link).size());
-        for (const gnss::FixRecord& fix : link.got.Fixes()) {
+        for (const protocol::FixRecord& fix : link.got.Fixes()) {
             QVERIFY(std::isfinite(fix.speed) && std::isfinite(fix.heading) && std::isfinite(fix.altitude));
         }
     }

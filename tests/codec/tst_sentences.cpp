@@ -6,8 +6,8 @@
 
 #include <cmath>
 
-using gnss::System;
-using gnss::TalkerSystem;
+using codec::System;
+using codec::TalkerSystem;
 
 namespace {
 
@@ -58,8 +58,8 @@ private slots:
             const auto fixes = outcome.got.Fixes();
             QVERIFY2(outcome.got.whole.size() == 1 && fixes.size() == (fixMode < 0 ? 0 : 1) &&
                          (fixMode < 0 || fixes[0].fixMode == fixMode) &&
-                         outcome.got.Count(CB_KPI_POSITION) == (fixMode > 0 ? 1 : 0) &&
-                         outcome.got.Count(CB_FIRST_FIX) == (fixMode > 0 ? 1 : 0),
+                         outcome.got.Count(protocol::CB_KPI_POSITION) == (fixMode > 0 ? 1 : 0) &&
+                         outcome.got.Count(protocol::CB_FIRST_FIX) == (fixMode > 0 ? 1 : 0),
                      body);
             // The same with one bit changed gives neither text nor records.
             QByteArray wrong = Sentence(body);
@@ -82,7 +82,7 @@ private slots:
             {"0000.0000,N,00000.0000,E", 0.0, 0.0}};
         for (const auto& [fields, latitude, longitude] : rows) {
             const Outcome outcome(Sentence(QByteArray("GPGGA,000000.00,") + fields + ",1,04,1,1,M,,M,,"));
-            const gnss::FixRecord fix = outcome.got.Fixes().value(0);
+            const protocol::FixRecord fix = outcome.got.Fixes().value(0);
             QVERIFY2(fix.fixMode == 1 && std::abs(fix.latitude - latitude) < 1e-13 &&
                          std::abs(fix.longitude - longitude) < 1e-13,
                      fields);
@@ -142,9 +142,9 @@ private slots:
         const auto names = [](TalkerSystem talker, const QVector<int>& numbers) {
             QByteArrayList texts;
             for (const int number : numbers) {
-                const gnss::SatelliteId id = gnss::IdentifySatellite(talker, number);
+                const codec::SatelliteId id = codec::IdentifySatellite(talker, number);
                 texts.append(id.svid == 0 ? "-"
-                                          : gnss::kSystemLetters[int(id.system)] + QByteArray::number(id.svid));
+                                          : codec::kSystemLetters[int(id.system)] + QByteArray::number(id.svid));
             }
             return texts.join(' ');
         };
@@ -159,11 +159,11 @@ private slots:
         // Unknown signal ids fall back to the first one and never read beyond the
         // table.
         for (int id = 0; id < 256; ++id) {
-            for (int system = 0; system < gnss::kSystems; ++system) {
-                QVERIFY(gnss::CarrierFrequency(System(system), quint8(id)) > 1000);
+            for (int system = 0; system < codec::kSystems; ++system) {
+                QVERIFY(codec::CarrierFrequency(System(system), quint8(id)) > 1000);
             }
         }
-        QCOMPARE(gnss::CarrierFrequency(System::Galileo, 255), 1575.42F);
+        QCOMPARE(codec::CarrierFrequency(System::Galileo, 255), 1575.42F);
     }
 
     void MessagesKeepTheSentencesForm()
@@ -175,19 +175,19 @@ private slots:
                               Sentence("GPVTG,054.7,T,034.4,M,005.5,N,010.2,K,D") +
                               Sentence("GPZDA,123519.25,23,03,1994,-05,30") +
                               Sentence("GPGLL,4807.038,N,01131.000,W,123519.25,A,D"));
-        const auto gga = outcome.got.LastMessage<gnss::MsgGga>(gnss::MsgTypeGga);
+        const auto gga = outcome.got.LastMessage<protocol::MsgGga>(protocol::MsgTypeGga);
         QVERIFY(gga.utcTime == 123519.25 && gga.latitude == 4807.038 && gga.lonDirection == 'W');
         QVERIFY(gga.mode == 2 && gga.svNumInUse == 8 && gga.altitude == 545.4 && gga.altitudeUnits == 'M');
-        const auto rmc = outcome.got.LastMessage<gnss::MsgRmc>(gnss::MsgTypeRmc);
+        const auto rmc = outcome.got.LastMessage<protocol::MsgRmc>(protocol::MsgTypeRmc);
         QVERIFY(rmc.posStatus == 'A' && rmc.knotSpd == 22.4F && rmc.course == 84.4F && rmc.date == 230394U);
         QVERIFY(rmc.magDec == 3.1F && rmc.magDecDir == 'W' && rmc.mode == 'D');
-        const auto vtg = outcome.got.LastMessage<gnss::MsgVtg>(gnss::MsgTypeVtg);
+        const auto vtg = outcome.got.LastMessage<protocol::MsgVtg>(protocol::MsgTypeVtg);
         QVERIFY(vtg.magCourse == 34.4F && vtg.kmSpeed == 10.2F);
-        const auto zda = outcome.got.LastMessage<gnss::MsgZda>(gnss::MsgTypeZda);
+        const auto zda = outcome.got.LastMessage<protocol::MsgZda>(protocol::MsgTypeZda);
         QVERIFY(zda.date == 230394U && zda.hourBias == -5 && zda.minBias == 30);
-        const auto gll = outcome.got.LastMessage<gnss::MsgGll>(gnss::MsgTypeGll);
+        const auto gll = outcome.got.LastMessage<protocol::MsgGll>(protocol::MsgTypeGll);
         QVERIFY(gll.longitude == 1131.0 && gll.status == 'A');
-        const gnss::FixRecord fix = outcome.got.Fixes().at(0);
+        const protocol::FixRecord fix = outcome.got.Fixes().at(0);
         QVERIFY(std::abs(fix.speed - 22.4 * 1852 / 3600) < 1e-5);
         QVERIFY(fix.year == 1994U && fix.second == 19.25);
     }

@@ -93,7 +93,7 @@ private Q_SLOTS:
 
     void TheLatestFix()
     {
-        gnss::KpiFixRecord fix = {-0.5, 47.39771234567, -3.456, 2026, 3, 4, 5, 6, 0, 7.25, 1.005f, 123.4567f};
+        protocol::KpiFixRecord fix = {-0.5, 47.39771234567, -3.456, 2026, 3, 4, 5, 6, 0, 7.25, 1.005f, 123.4567f};
         const KpiFixTexts texts = KpiTextsOf(fix);
         QCOMPARE(
             (QStringList{texts.longitude, texts.latitude, texts.altitude, texts.date, texts.time, texts.speed,

@@ -20,7 +20,8 @@ constexpr quint32 starts = 200;
 /// The receiver's model behind the open codec, on the host's clock.
 class SimulatedReceiver : public RecordTarget {
 public:
-    SimulatedReceiver(SimulatedHost& host, const vrx::ReceiverOptions& options) : m_host(host), m_receiver(options)
+    SimulatedReceiver(SimulatedHost& host, const receiver::ReceiverOptions& options)
+        : m_host(host), m_receiver(options)
     {
         ClassGnss::InitGnssUtils();
         PublishRecordTarget(this);
@@ -45,7 +46,7 @@ public:
 
     void OnKpiPosition(const void* data, int) override
     {
-        gnss::KpiFixRecord fix = {};
+        protocol::KpiFixRecord fix = {};
         std::memcpy(&fix, data, sizeof fix);
         if (m_host.sequencer.Accepts()) {
             m_host.sequencer.OnPosition(fix.second, {fix.latitude, fix.longitude, fix.altitude});
@@ -74,21 +75,21 @@ public:
 
 private:
     SimulatedHost& m_host;
-    vrx::Receiver m_receiver;
+    receiver::Receiver m_receiver;
 };
 
-vrx::ReceiverOptions Options()
+receiver::ReceiverOptions Options()
 {
-    vrx::ReceiverOptions options;
+    receiver::ReceiverOptions options;
     options.seed = 11;
     options.rateHz = 10;
     options.idle = true;
     options.memoryKept = true;
-    options.utcAtPowerOn = vrx::FromFields({2026, 3, 14, 9, 26, 53, 0});
+    options.utcAtPowerOn = receiver::FromFields({2026, 3, 14, 9, 26, 53, 0});
     return options;
 }
 
-SimulatedHost& Prepared(SimulatedHost& host, const vrx::ReceiverOptions& options, quint32 count)
+SimulatedHost& Prepared(SimulatedHost& host, const receiver::ReceiverOptions& options, quint32 count)
 {
     host.cold = true;
     host.hot = true;
@@ -113,7 +114,7 @@ void CompareRow(const SimulatedHost& host, const char* kind, int row, const doub
 }
 
 /// A normal distribution; `late` is what the measurement adds on average.
-void CompareTtff(const SimulatedHost& host, const char* kind, const vrx::Distribution& times, double late)
+void CompareTtff(const SimulatedHost& host, const char* kind, const receiver::Distribution& times, double late)
 {
     constexpr double z[2] = {0.46770, 1.64485};
     constexpr double density[2] = {0.35764, 0.10314};
@@ -152,15 +153,15 @@ private Q_SLOTS:
 
     void TheTablesMatchTheTrueDistributions()
     {
-        const vrx::ReceiverOptions options = Options();
+        const receiver::ReceiverOptions options = Options();
         SimulatedHost host;
         const SimulatedReceiver receiver(Prepared(host, options, starts), options);
         host.sequencer.StartStopClicked();
         QVERIFY(host.RunToTheEnd(100000));
         // An epoch shows a fix up to 100 ms late, and the fixed deduction is 120 ms.
         constexpr double late = 0.05 - 0.12;
-        const std::pair<const char*, vrx::Distribution> kinds[] = {{"Hot", options.times.hot},
-                                                                   {"Cold", options.times.cold}};
+        const std::pair<const char*, receiver::Distribution> kinds[] = {{"Hot", options.times.hot},
+                                                                        {"Cold", options.times.cold}};
         for (const auto& kind : kinds) {
             QCOMPARE(host.Row(kind.first, KpiRowCounts), QString("%1 %1 100.00%").arg(starts));
             CompareTtff(host, kind.first, kind.second, late);
@@ -182,7 +183,7 @@ private Q_SLOTS:
     void ReceiversThatDoNotFix()
     {
         QFETCH(int, fault);
-        vrx::ReceiverOptions options = Options();
+        receiver::ReceiverOptions options = Options();
         options.faults.noFix = fault == 0;
         options.faults.silence = fault == 1;
         options.faults.refuse = fault == 2 ? 3 : options.faults.refuse;
@@ -199,7 +200,7 @@ private Q_SLOTS:
 
     void AReceiverThatFixesAtOnce()
     {
-        vrx::ReceiverOptions options = Options();
+        receiver::ReceiverOptions options = Options();
         options.times = {{0.0, 0.0}, {0.0, 0.0}};
         options.idle = false;
         SimulatedHost host;

@@ -46,7 +46,7 @@ public:
 
     void Fix(double second, double latitude = 47.0, double longitude = 8.0) const
     {
-        const gnss::KpiFixRecord fix = {longitude, latitude, 0, 2026, 3, 14, 0, 0, 0, second, 0, 0};
+        const protocol::KpiFixRecord fix = {longitude, latitude, 0, 2026, 3, 14, 0, 0, 0, second, 0, 0};
         window->OnKpiFix(&fix, sizeof fix);
     }
 

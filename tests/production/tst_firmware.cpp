@@ -11,13 +11,13 @@ namespace {
 
 struct Walk {
     bool header = false;
-    std::vector<FirmwareRecord> records;
+    std::vector<protocol::FirmwareRecord> records;
 };
 
 Walk WalkThrough(const std::string& bytes)
 {
     std::size_t at = 0;
-    FirmwareImage image([&](char* out, std::size_t size) {
+    protocol::FirmwareImage image([&](char* out, std::size_t size) {
         const std::size_t count = std::min(size, bytes.size() - at);
         std::copy_n(bytes.data() + at, count, out);
         at += count;
@@ -25,7 +25,7 @@ Walk WalkThrough(const std::string& bytes)
     });
     Walk walk;
     walk.header = image.ReadHeader();
-    FirmwareRecord record;
+    protocol::FirmwareRecord record;
     while (walk.header && image.Next(record)) {
         walk.records.push_back(record);
     }
@@ -53,7 +53,7 @@ private Q_SLOTS:
         const std::string image = Image("header hex 00 FF 0D 0A\nrecord \"ABC\"\nempty\nrecord \"QUIT\"\n"
                                         "quit\nquit \"now\"\nrecord random 65535 3\n# the end\n");
         QCOMPARE(image.size(), std::size_t{4 + 5 + 2 + 6 + 7 + 10 + 65537});
-        const std::vector<FirmwareRecord> records = WalkThrough(image).records;
+        const std::vector<protocol::FirmwareRecord> records = WalkThrough(image).records;
         QCOMPARE(records.size(), std::size_t{6});
         QCOMPARE(records[0].message, std::string("ABC"));
         QVERIFY(!records[0].skipped && records[1].skipped && records[1].message.empty());
@@ -69,7 +69,7 @@ private Q_SLOTS:
             QCOMPARE(walk.header, size >= 4);
             std::size_t used = 4;
             for (std::size_t i = 0; i < walk.records.size(); ++i) {
-                const FirmwareRecord& record = walk.records[i];
+                const protocol::FirmwareRecord& record = walk.records[i];
                 QVERIFY(record.whole || i + 1 == walk.records.size());
                 // A length of which only one byte is left is no empty record.
                 QVERIFY(record.whole || !record.skipped);

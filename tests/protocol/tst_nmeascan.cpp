@@ -9,17 +9,17 @@ namespace {
 
 using Sentences = QByteArrayList;
 
-Sentences Scan(const QByteArray& bytes, int blockSize, NmeaEnding ending = EndsInChecksum)
+Sentences Scan(const QByteArray& bytes, int blockSize, protocol::NmeaEnding ending = protocol::EndsInChecksum)
 {
-    NmeaBuff buff{};
+    protocol::NmeaBuff buff{};
     Sentences found;
     for (int i = 0; i < bytes.size(); i += blockSize) {
         // A copy of exact size, so that a sanitizer sees every byte that is read too many.
         const QByteArray piece = bytes.mid(i, blockSize);
         const std::vector<char> block(piece.begin(), piece.end());
         const char* p = block.data();
-        NmeaSentence sentence;
-        while (NextNmeaSentence(buff, p, block.data() + block.size(), ending, sentence)) {
+        protocol::NmeaSentence sentence;
+        while (protocol::NextNmeaSentence(buff, p, block.data() + block.size(), ending, sentence)) {
             found.append(QByteArray(sentence.text, static_cast<int>(sentence.length)));
         }
     }
@@ -100,7 +100,7 @@ private Q_SLOTS:
             const int blockSize = 1 + below(600);
             const Sentences expected = ScanBytewise(bytes, true);
             QCOMPARE(Scan(bytes, blockSize), expected);
-            QCOMPARE(Scan(bytes, blockSize, EndsInLine), ScanBytewise(bytes, false));
+            QCOMPARE(Scan(bytes, blockSize, protocol::EndsInLine), ScanBytewise(bytes, false));
             found += expected.size();
         }
         QVERIFY(found > 1000);

@@ -17,12 +17,12 @@ inline std::string Hex(const char* hex)
 
 inline std::string Frame(int id, const std::string& payload, int word1 = 0)
 {
-    return vrx::MakeFrame(std::uint16_t(id), std::uint16_t(word1), 0, payload.data(), payload.size());
+    return receiver::MakeFrame(std::uint16_t(id), std::uint16_t(word1), 0, payload.data(), payload.size());
 }
 
-inline bool IsFrame(const std::string& message, gnss::FrameView& view)
+inline bool IsFrame(const std::string& message, protocol::FrameView& view)
 {
-    return gnss::ReadFrame(reinterpret_cast<const std::uint8_t*>(message.data()), message.size(), view);
+    return protocol::ReadFrame(reinterpret_cast<const std::uint8_t*>(message.data()), message.size(), view);
 }
 
 inline bool IsSentence(const std::string& message, const char* formatter)
@@ -57,9 +57,9 @@ inline const std::string kHotStart = Hex("7e041200030002000000050001000100007e")
 /// A receiver with a clock of its own, and what it has said so far.
 class ReceiverDriver {
 public:
-    static vrx::ReceiverOptions Options(const char* fault = nullptr)
+    static receiver::ReceiverOptions Options(const char* fault = nullptr)
     {
-        static const vrx::ReceiverOptions fresh;
+        static const receiver::ReceiverOptions fresh;
         auto options = fresh;
         options.utcAtPowerOn = 1773480413400; // 2026-03-14 09:26:53.4
         std::string error;
@@ -68,22 +68,25 @@ public:
         }
         return options;
     }
-    static vrx::ReceiverOptions Idle(const char* fault = nullptr)
+    static receiver::ReceiverOptions Idle(const char* fault = nullptr)
     {
         auto options = Options(fault);
         options.idle = true;
         return options;
     }
-    static vrx::ReceiverOptions Kept(const char* fault = nullptr)
+    static receiver::ReceiverOptions Kept(const char* fault = nullptr)
     {
         auto options = Options(fault);
         options.memoryKept = true;
         return options;
     }
 
-    explicit ReceiverDriver(const vrx::ReceiverOptions& options = Options()) : receiver(options) { Collect(); }
+    explicit ReceiverDriver(const receiver::ReceiverOptions& options = Options()) : receiver(options)
+    {
+        Collect();
+    }
 
-    void Run(vrx::Millis millis)
+    void Run(receiver::Millis millis)
     {
         now += millis;
         receiver.Advance(now);
@@ -97,7 +100,7 @@ public:
     }
 
     /// What comes in answer, at once and within `millis`.
-    std::string Answer(const std::string& bytes, vrx::Millis millis = 0)
+    std::string Answer(const std::string& bytes, receiver::Millis millis = 0)
     {
         messages.clear();
         SendBytes(bytes);
@@ -106,7 +109,7 @@ public:
     }
 
     /// What comes in the next `millis` alone.
-    void Listen(vrx::Millis millis) { Answer({}, millis); }
+    void Listen(receiver::Millis millis) { Answer({}, millis); }
 
     /// Sends a command and returns the status of the one acknowledgement that
     /// answers it; -1 without one.
@@ -115,11 +118,11 @@ public:
         messages.clear();
         SendBytes(frame);
         int status = -1;
-        for (const std::string& ack : Frames(gnss::RptAck)) {
+        for (const std::string& ack : Frames(protocol::RptAck)) {
             if (status != -1 || ack.size() != 17 || ack.compare(12, 2, frame, 4, 2) != 0) {
                 return -2;
             }
-            status = gnss::ReadU16(reinterpret_cast<const std::uint8_t*>(&ack[14]));
+            status = protocol::ReadU16(reinterpret_cast<const std::uint8_t*>(&ack[14]));
         }
         return status;
     }
@@ -134,7 +137,7 @@ public:
     std::vector<std::string> Frames(int id) const
     {
         std::vector<std::string> found;
-        gnss::FrameView view;
+        protocol::FrameView view;
         for (const std::string& message : messages) {
             if (IsFrame(message, view) && view.id == id) {
                 found.push_back(message);
@@ -147,7 +150,7 @@ public:
     /// ahead; -1 without one.
     double SecondsToFix(int limit)
     {
-        const vrx::Millis begin = now;
+        const receiver::Millis begin = now;
         while (now - begin < limit * 1000) {
             Listen(100);
             for (const std::string& message : messages) {
@@ -159,8 +162,8 @@ public:
         return -1.0;
     }
 
-    vrx::Receiver receiver;
-    vrx::Millis now = 0;
+    receiver::Receiver receiver;
+    receiver::Millis now = 0;
     std::vector<std::string> messages;
 
 private:

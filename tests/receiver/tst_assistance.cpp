@@ -18,7 +18,7 @@
 
 namespace {
 
-using gnss::AssistSystem;
+using protocol::AssistSystem;
 using Item = std::pair<std::uint16_t, std::string>;
 using Items = std::vector<Item>;
 
@@ -29,24 +29,24 @@ std::string Text(const std::vector<std::uint8_t>& bytes)
     return std::string(bytes.begin(), bytes.end());
 }
 
-const pgnss::Seed& Sky()
+const seeds::Seed& Sky()
 {
-    static const pgnss::Seed seed = pgnss::MakeModelSeed(kNow, kNow - 7200, kNow + 86400);
+    static const seeds::Seed seed = seeds::MakeModelSeed(kNow, kNow - 7200, kNow + 86400);
     return seed;
 }
 
 std::string Ephemeris(AssistSystem system, std::uint32_t toe = kNow)
 {
-    return Text(gnss::MakeAssistEphemeris(system, kNow, pgnss::OrbitsAt(Sky(), system, toe)));
+    return Text(protocol::MakeAssistEphemeris(system, kNow, seeds::OrbitsAt(Sky(), system, toe)));
 }
 
 template <typename Change> std::string ChangedGps(Change change)
 {
-    auto orbits = pgnss::OrbitsAt(Sky(), AssistSystem::Gps, kNow);
-    for (gnss::AssistOrbit& orbit : orbits) {
+    auto orbits = seeds::OrbitsAt(Sky(), AssistSystem::Gps, kNow);
+    for (protocol::AssistOrbit& orbit : orbits) {
         change(orbit);
     }
-    return Text(gnss::MakeAssistEphemeris(AssistSystem::Gps, kNow, orbits));
+    return Text(protocol::MakeAssistEphemeris(AssistSystem::Gps, kNow, orbits));
 }
 
 std::string UtcTime(std::uint32_t unixSeconds)
@@ -57,8 +57,8 @@ std::string UtcTime(std::uint32_t unixSeconds)
 /// The offline assistance's chain as the workbench sends it.
 Items OfflineChain(std::uint32_t time)
 {
-    std::vector<pgnss::OutputFile> files;
-    pgnss::ExpandSeed(Sky(), time, files);
+    std::vector<seeds::OutputFile> files;
+    seeds::ExpandSeed(Sky(), time, files);
     const std::string latest = std::to_string(time / 7200 * 7200 + 7200) + ".eph";
     const std::string nearest = std::to_string((time + 900) / 1800 * 1800) + ".eph";
     Items items = {{1028, UtcTime(time)}, {513, ReferenceTimeRecord(time).toStdString()}};
@@ -74,7 +74,7 @@ Items OfflineChain(std::uint32_t time)
                                         {521, "GLO_AUX.dat"},
                                         {519, "BDS_RTI.dat"},
                                         {519, "GAL_RTI.dat"}}) {
-        for (const pgnss::OutputFile& file : files) {
+        for (const seeds::OutputFile& file : files) {
             if (file.name == name) {
                 items.push_back({id, Text(file.bytes)});
             }
@@ -86,9 +86,9 @@ Items OfflineChain(std::uint32_t time)
 /// The online assistance's records, with the time in front.
 Items OnlineRecords(std::uint32_t time)
 {
-    Items items = {{gnss::CmdUtcTime, UtcTime(time)}};
-    for (const assistance::TaggedRecord& record : assistance::MakeRecords(15, 31, time * vrx::Millis{1000})) {
-        items.push_back({gnss::FindAgnssTag(record.tag)->commandId, Text(record.payload)});
+    Items items = {{protocol::CmdUtcTime, UtcTime(time)}};
+    for (const service::TaggedRecord& record : service::MakeRecords(15, 31, time * receiver::Millis{1000})) {
+        items.push_back({protocol::FindAgnssTag(record.tag)->commandId, Text(record.payload)});
     }
     return items;
 }
@@ -99,22 +99,23 @@ std::map<std::uint16_t, std::string> OneOfEach()
     std::map<std::uint16_t, std::string> each;
     for (const Items& items : {OfflineChain(kNow), OnlineRecords(kNow)}) {
         for (const Item& item : items) {
-            if (gnss::FindAssistForm(item.first) != nullptr) {
+            if (protocol::FindAssistForm(item.first) != nullptr) {
                 each.insert(item);
             }
         }
     }
-    each[gnss::CmdPgnssFineIonosphere] = Text(gnss::MakeAssistGrid(kNow, pgnss::MakeModelGrid(47, 8, kNow)));
+    each[protocol::CmdPgnssFineIonosphere] =
+        Text(protocol::MakeAssistGrid(kNow, seeds::MakeModelGrid(47, 8, kNow)));
     return each;
 }
 
 /// Seconds from a cold start to the first fix, with items injected behind it,
 /// each 50 ms after the one before.
-double ColdStart(const vrx::ReceiverOptions& options, const Items& items)
+double ColdStart(const receiver::ReceiverOptions& options, const Items& items)
 {
     ReceiverDriver driver(options);
     driver.Run(60000);
-    const vrx::Millis began = driver.now;
+    const receiver::Millis began = driver.now;
     int refused = driver.Command(kColdStart);
     for (const Item& item : items) {
         driver.Run(50);
@@ -127,8 +128,8 @@ double ColdStart(const vrx::ReceiverOptions& options, const Items& items)
 std::size_t Ephemerides(const ReceiverDriver& driver)
 {
     std::size_t count = 0;
-    for (std::size_t i = 0; i < vrx::AllOrbits().size(); ++i) {
-        const vrx::Memory& known = driver.receiver.Engine().Known();
+    for (std::size_t i = 0; i < receiver::AllOrbits().size(); ++i) {
+        const receiver::Memory& known = driver.receiver.Engine().Known();
         count += known.HasEphemeris(i, driver.receiver.UtcAt(driver.now)) ? 1 : 0;
     }
     return count;
@@ -143,13 +144,13 @@ private slots:
     void EveryItemIsUnderstood()
     {
         // The image that docs/receiver-link.md shows.
-        const gnss::AssistUtc model{std::ldexp(1.0, -30), std::ldexp(1.0, -50), kNow - 1613, 18, 18};
-        QCOMPARE(Text(gnss::MakeAssistUtc(AssistSystem::Gps, kNow, model)),
+        const protocol::AssistUtc model{std::ldexp(1.0, -30), std::ldexp(1.0, -50), kNow - 1613, 18, 18};
+        QCOMPARE(Text(protocol::MakeAssistUtc(AssistSystem::Gps, kNow, model)),
                  Hex("03000101dd29b56900000000000010 "
                      "3e000000000000d03c9023b569121200 00539bed2a"));
         ReceiverDriver driver(ReceiverDriver::Idle());
         const auto items = OneOfEach();
-        QCOMPARE(items.size(), std::size(gnss::kAssistForms));
+        QCOMPARE(items.size(), std::size(protocol::kAssistForms));
         for (const auto& [id, item] : items) {
             const QByteArray what = QByteArray::number(id);
             QVERIFY2(driver.Command(id, item) == 0, what);
@@ -161,11 +162,11 @@ private slots:
             }
             QVERIFY2(driver.Command(id, item.substr(0, item.size() - 1)) > 0, what);
             // The item of another command is refused there.
-            const gnss::AssistForm& form = *gnss::FindAssistForm(id);
+            const protocol::AssistForm& form = *protocol::FindAssistForm(id);
             for (const auto& [otherId, theirs] : items) {
                 const auto system = static_cast<AssistSystem>(theirs[1]);
-                const bool fits = form.kind == gnss::FindAssistForm(otherId)->kind &&
-                                  (form.systems & gnss::SystemBit(system)) != 0;
+                const bool fits = form.kind == protocol::FindAssistForm(otherId)->kind &&
+                                  (form.systems & protocol::SystemBit(system)) != 0;
                 QCOMPARE(driver.Command(id, theirs) == 0, fits);
             }
         }
@@ -175,27 +176,27 @@ private slots:
     {
         const auto byte = [](std::string payload, std::size_t at, char value) {
             payload[at] = value;
-            gnss::ImageWriter image; // with a right check
+            protocol::ImageWriter image; // with a right check
             image.Raw(payload.data(), payload.size() - 4);
             image.Check();
             return Text(image.Bytes());
         };
         const std::string gps = Ephemeris(AssistSystem::Gps);
-        gnss::AssistGrid grid = pgnss::MakeModelGrid(47, 8, kNow);
+        protocol::AssistGrid grid = seeds::MakeModelGrid(47, 8, kNow);
         grid.latitudeStep = -1.0f;
         const Items rows = {
-            {515, ChangedGps([](gnss::AssistOrbit& o) { o.number = 0; })},
-            {515, ChangedGps([](gnss::AssistOrbit& o) { o.fit = 0; })},
-            {515, ChangedGps([](gnss::AssistOrbit& o) { o.radius = std::nan(""); })},
-            {515, ChangedGps([](gnss::AssistOrbit& o) { o.inclination = -0.1; })},
-            {515, ChangedGps([](gnss::AssistOrbit& o) { o.node = 7.0; })},
+            {515, ChangedGps([](protocol::AssistOrbit& o) { o.number = 0; })},
+            {515, ChangedGps([](protocol::AssistOrbit& o) { o.fit = 0; })},
+            {515, ChangedGps([](protocol::AssistOrbit& o) { o.radius = std::nan(""); })},
+            {515, ChangedGps([](protocol::AssistOrbit& o) { o.inclination = -0.1; })},
+            {515, ChangedGps([](protocol::AssistOrbit& o) { o.node = 7.0; })},
             {515, byte(gps, 2, 2)}, // version, system and count
             {515, byte(gps, 1, 5)},
             {515, byte(gps, 3, 30)},
-            {769, Text(gnss::MakeAssistTime(AssistSystem::Gps, kNow, {kNow, 1000, 0}))},
-            {517, Text(gnss::MakeAssistUtc(AssistSystem::Gps, kNow, {std::nan(""), 0.0, kNow, 18, 18}))},
-            {521, Text(gnss::MakeAssistChannels(AssistSystem::Glonass, kNow, {{1, 7, 1}}))},
-            {522, Text(gnss::MakeAssistGrid(kNow, grid))}};
+            {769, Text(protocol::MakeAssistTime(AssistSystem::Gps, kNow, {kNow, 1000, 0}))},
+            {517, Text(protocol::MakeAssistUtc(AssistSystem::Gps, kNow, {std::nan(""), 0.0, kNow, 18, 18}))},
+            {521, Text(protocol::MakeAssistChannels(AssistSystem::Glonass, kNow, {{1, 7, 1}}))},
+            {522, Text(protocol::MakeAssistGrid(kNow, grid))}};
         for (std::size_t row = 0; row < rows.size(); ++row) {
             ReceiverDriver driver(ReceiverDriver::Idle());
             QVERIFY2(driver.Command(rows[row].first, rows[row].second) == 2, qPrintable(QString::number(row)));
@@ -206,15 +207,16 @@ private slots:
     {
         const auto known = [](int id, const std::string& payload) {
             ReceiverDriver driver(ReceiverDriver::Idle());
-            return driver.Command(id, payload) == 0 ? driver.receiver.Engine().Known() : vrx::Memory();
+            return driver.Command(id, payload) == 0 ? driver.receiver.Engine().Known() : receiver::Memory();
         };
         QVERIFY(known(1028, UtcTime(kNow)).timeKnown && !known(1028, UtcTime(kNow + 3601)).timeKnown);
         // Week 2409 without its highest bits, and the second in it.
         QVERIFY(known(513, Hex("6901dd6d08005300000001000000")).timeKnown);
         QVERIFY(!known(513, Hex("6801dd6d08005300000001000000")).timeKnown);
-        QVERIFY(known(769, Text(gnss::MakeAssistTime(AssistSystem::Gps, kNow, {kNow, 0, 0}))).timeKnown);
-        QVERIFY(!known(769, Text(gnss::MakeAssistTime(AssistSystem::Gps, kNow, {kNow + 3700, 0, 0}))).timeKnown);
-        const vrx::Memory placed = known(770, Hex("f9684300ad130600010000009801000000000000"));
+        QVERIFY(known(769, Text(protocol::MakeAssistTime(AssistSystem::Gps, kNow, {kNow, 0, 0}))).timeKnown);
+        QVERIFY(
+            !known(769, Text(protocol::MakeAssistTime(AssistSystem::Gps, kNow, {kNow + 3700, 0, 0}))).timeKnown);
+        const receiver::Memory placed = known(770, Hex("f9684300ad130600010000009801000000000000"));
         QVERIFY(placed.positionKnown && std::abs(placed.position.latitude - 47.3977) < 2e-5 &&
                 std::abs(placed.position.longitude - 8.5456) < 3e-5);
         QVERIFY(!known(770, Hex("f9684300ad130600010000009801010000000000")).positionKnown); // south
@@ -223,18 +225,18 @@ private slots:
     // Orbits that are whole but of no use are taken and change nothing.
     void WhatIsStaleOrFalseDoesNotHelp()
     {
-        const auto shift = [](gnss::AssistOrbit& o) { o.argument = std::fmod(o.argument + 0.01, 6.28); };
+        const auto shift = [](protocol::AssistOrbit& o) { o.argument = std::fmod(o.argument + 0.01, 6.28); };
         for (const Item& item :
              {Item{515, Ephemeris(AssistSystem::Gps, kNow - 7300)},
               Item{516, Ephemeris(AssistSystem::Glonass, kNow - 1900)}, Item{515, ChangedGps(shift)},
-              Item{515, ChangedGps([](gnss::AssistOrbit& o) { o.health = 1; })}}) {
+              Item{515, ChangedGps([](protocol::AssistOrbit& o) { o.health = 1; })}}) {
             ReceiverDriver driver(ReceiverDriver::Idle());
             QVERIFY(driver.Command(item.first, item.second) == 0 && Ephemerides(driver) == 0);
         }
         // A satellite that must not be used loses its ephemeris.
         ReceiverDriver driver(ReceiverDriver::Idle());
         QVERIFY(driver.Command(515, Ephemeris(AssistSystem::Gps)) == 0 && Ephemerides(driver) == 31);
-        const std::string warning = Text(gnss::MakeAssistIntegrity(AssistSystem::Gps, kNow, {1}));
+        const std::string warning = Text(protocol::MakeAssistIntegrity(AssistSystem::Gps, kNow, {1}));
         QVERIFY(driver.Command(518, warning) == 0 && Ephemerides(driver) == 30);
     }
 
@@ -255,7 +257,7 @@ private slots:
         }
         // A cold start at every start forgets it.
         ReceiverDriver driver(ReceiverDriver::Kept());
-        QCOMPARE(driver.Command(gnss::CmdStartMode, "\1"), 0);
+        QCOMPARE(driver.Command(protocol::CmdStartMode, "\1"), 0);
         driver.SendBytes(kStop + kStart);
         QVERIFY(driver.SecondsToFix(60) > 15.0);
     }
@@ -273,9 +275,9 @@ private slots:
             const QJsonObject scene = each.toObject();
             const auto number = [&](const char* name) { return scene.value(name).toString().toDouble(); };
             auto options = ReceiverDriver::Idle();
-            options.utcAtPowerOn = static_cast<vrx::Millis>(number("unix_start_time")) * 1000;
+            options.utcAtPowerOn = static_cast<receiver::Millis>(number("unix_start_time")) * 1000;
             options.place = {number("latitude"), number("longitude"), number("altitude")};
-            options.motion = vrx::Motion::Still(options.place);
+            options.motion = receiver::Motion::Still(options.place);
             const QDateTime start = QDateTime::fromMSecsSinceEpoch(options.utcAtPowerOn, Qt::UTC);
             QCOMPARE(start.toString("yyyy-MM-dd hh:mm:ss"), scene.value("utc_start").toString());
             const auto file = [&](const char* name) {
@@ -294,7 +296,7 @@ private slots:
             }
             driver.SendBytes(kStart);
             QVERIFY(driver.SecondsToFix(4) > 0.0);
-            QCOMPARE(driver.receiver.Engine().Kind(), vrx::StartKind::Hot);
+            QCOMPARE(driver.receiver.Engine().Kind(), receiver::StartKind::Hot);
         }
     }
 };

@@ -4,14 +4,14 @@
 #include <QFile>
 #include <QtTest>
 
-using vrx::CapturePlayer;
-using vrx::Millis;
+using receiver::CapturePlayer;
+using receiver::Millis;
 
 namespace {
 
 std::string Sentence(std::string body)
 {
-    vrx::CloseSentence(body);
+    receiver::CloseSentence(body);
     return body;
 }
 
@@ -46,7 +46,7 @@ private slots:
             bytes += Rmc(time) + Sentence(std::string("$GNGLL,,,,,") + time + ",V,N");
         }
         offsets.push_back(bytes.size());
-        const auto marks = vrx::CapturePace(bytes);
+        const auto marks = receiver::CapturePace(bytes);
         // Over midnight, at fractions, and one second for the gap.
         const std::vector<double> expected{0, 1000, 1200, 1400, 1600, 2600, 3600};
         QCOMPARE(marks.size(), expected.size());
@@ -59,11 +59,11 @@ private slots:
         const std::string blank = Rmc("") + Sentence("$GPGGA,,,,,,0,,,,,,,,");
         std::string wrong = Rmc("121212.00");
         wrong[wrong.size() - 3] ^= 1;
-        const auto blanks = vrx::CapturePace(blank + blank + blank + Rmc("101010.00") + wrong + Rmc("101011.00") +
-                                             Sentence("$GPGLL,,,,,101010.00,V,N"));
+        const auto blanks = receiver::CapturePace(blank + blank + blank + Rmc("101010.00") + wrong +
+                                                  Rmc("101011.00") + Sentence("$GPGLL,,,,,101010.00,V,N"));
         QVERIFY(blanks.size() == 6 && blanks.back().at == 5000.0);
-        QCOMPARE(vrx::CapturePace(std::string(2500, '\x55')).back().at, 2500.0);
-        QCOMPARE(vrx::CapturePace(std::string()).back().at, 0.0);
+        QCOMPARE(receiver::CapturePace(std::string(2500, '\x55')).back().at, 2500.0);
+        QCOMPARE(receiver::CapturePace(std::string()).back().at, 0.0);
     }
 
     void PausesAndRepeats()
@@ -96,7 +96,7 @@ private slots:
             if (!file.open(QIODevice::ReadOnly)) {
                 QSKIP("no recorded captures here");
             }
-            const double lasts = vrx::CapturePace(file.readAll().toStdString()).back().at / 1000.0;
+            const double lasts = receiver::CapturePace(file.readAll().toStdString()).back().at / 1000.0;
             QVERIFY2(std::abs(lasts - seconds) <= 2.0, name);
         }
     }

@@ -13,7 +13,7 @@ std::string AtHex(const std::string& frame)
 
 std::string AckLine(std::uint16_t id, std::uint16_t status)
 {
-    return "+GNSSHEX:" + QByteArray::fromStdString(vrx::MakeAck(id, status)).toHex().toStdString() + "\r\n";
+    return "+GNSSHEX:" + QByteArray::fromStdString(receiver::MakeAck(id, status)).toHex().toStdString() + "\r\n";
 }
 
 } // namespace
@@ -26,13 +26,13 @@ private slots:
     void LengthsOfEveryForm()
     {
         ReceiverDriver driver(ReceiverDriver::Idle());
-        for (const gnss::CommandForm& form : gnss::kCommandForms) {
+        for (const protocol::CommandForm& form : protocol::kCommandForms) {
             for (const int length : {form.minPayload - 1, int(form.minPayload), form.maxPayload + 1}) {
-                if (length < 0 || length > static_cast<int>(gnss::kMaxFramePayload)) {
+                if (length < 0 || length > static_cast<int>(protocol::kMaxFramePayload)) {
                     continue;
                 }
-                const bool fits = std::any_of(std::begin(gnss::kCommandForms), std::end(gnss::kCommandForms),
-                                              [&](const auto& other) {
+                const bool fits = std::any_of(std::begin(protocol::kCommandForms),
+                                              std::end(protocol::kCommandForms), [&](const auto& other) {
                                                   return other.id == form.id && other.word1 == form.word1 &&
                                                          length >= other.minPayload && length <= other.maxPayload;
                                               });
@@ -47,7 +47,7 @@ private slots:
         }
         QCOMPARE(driver.Command(257, std::string(7401, 'x')), 1);
         QCOMPARE(driver.Command(3, Hex("0101010101"), 7), 3);
-        QCOMPARE(driver.Command(5, "\1", gnss::kStartWord), 3);
+        QCOMPARE(driver.Command(5, "\1", protocol::kStartWord), 3);
     }
 
     void Values()
@@ -107,8 +107,8 @@ private slots:
             QCOMPARE(driver.Command(id, Hex(payload)), 0);
         }
         // The change tells itself behind the acknowledgement.
-        QCOMPARE(driver.Frames(gnss::RptMessage + gnss::MsgTypeNmeaMode).size(), std::size_t{1});
-        const vrx::Configuration& settings = driver.receiver.Settings();
+        QCOMPARE(driver.Frames(protocol::RptMessage + protocol::MsgTypeNmeaMode).size(), std::size_t{1});
+        const receiver::Configuration& settings = driver.receiver.Settings();
         QVERIFY(settings.acquisitionLowPower && !settings.trackingLowPower && settings.pps);
         QVERIFY(settings.ppsWidth == 200 && settings.priority == 1 && settings.antiJam[2] == 1);
         // GLL and ZDA only: the payload's order is not the form's.
@@ -121,7 +121,7 @@ private slots:
         QCOMPARE(driver.Command(Hex("7e0413000300040100000600030002 00ff007e")), 0);
         QCOMPARE(int(settings.sentences), 255);
         // A start while it runs is acknowledged and does not begin the search anew.
-        const vrx::Millis begun = driver.receiver.Engine().StartedAt();
+        const receiver::Millis begun = driver.receiver.Engine().StartedAt();
         QVERIFY(driver.Command(kStart) == 0 && driver.receiver.Engine().StartedAt() == begun);
         QVERIFY(driver.Command(kStop) == 0 && driver.Answer("", 5000).empty());
     }
@@ -147,7 +147,7 @@ private slots:
             driver.SendBytes(stream.substr(at, count));
             at += count;
         }
-        QCOMPARE(driver.Frames(gnss::RptAck).size(), std::size_t{200});
+        QCOMPARE(driver.Frames(protocol::RptAck).size(), std::size_t{200});
 
         // A frame that never ends does not swallow the next one for good.
         driver.Answer(std::string("\x7e\x04\x98\x3a\x03\x02\0\0\0\0\x8b\x3a", 12), 600);
@@ -157,7 +157,7 @@ private slots:
     void AtText()
     {
         auto options = ReceiverDriver::Idle();
-        options.product = gnss::kAtProduct;
+        options.product = protocol::kAtProduct;
         ReceiverDriver driver(options);
         QCOMPARE(driver.Answer("AT+GNSSSTART=1,1,1,0\r\n"), "OK\r\n" + AckLine(1, 0));
         QCOMPARE(driver.Answer("AT+GNSSSTOP\r\n"), "OK\r\n" + AckLine(2, 0));
@@ -175,7 +175,7 @@ private slots:
         driver.Answer("AT+GNSSSTART=1,1,1,0\r\n", 1000);
         QCOMPARE(driver.CountSentences("GGA"), 10);
         // The largest history goes in as one line.
-        QCOMPARE(driver.Answer(AtHex(Frame(257, std::string(gnss::kMaxHistoryBlock, 'x')))), AckLine(257, 2));
+        QCOMPARE(driver.Answer(AtHex(Frame(257, std::string(protocol::kMaxHistoryBlock, 'x')))), AckLine(257, 2));
         // Other products do not speak AT.
         QCOMPARE(ReceiverDriver(ReceiverDriver::Idle()).Answer("AT+GNSSSTART=1,1,1,0\r\n", 1000), std::string());
     }

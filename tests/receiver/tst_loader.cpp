@@ -2,21 +2,21 @@
 #include "protocol/LoaderMessages.h"
 #include "receiver/NmeaWriter.h"
 
-using vrx::LoaderMessage;
-using vrx::MakeLoaderMessage;
+using protocol::LoaderMessage;
+using protocol::MakeLoaderMessage;
 
 namespace {
 
 const std::string firmware(1000, 'f');
 const std::string begin = MakeLoaderMessage(LoaderMessage::Begin, 1000, "NEW 3");
-const std::string oldVersion = vrx::VersionSentence("VRX 1.0");
+const std::string oldVersion = receiver::VersionSentence("VRX 1.0");
 
 std::string WholeLoad(ReceiverDriver& driver)
 {
     std::string answers = driver.Answer(begin);
     answers += driver.Answer(MakeLoaderMessage(LoaderMessage::Data, 0, firmware.substr(0, 600)));
     answers += driver.Answer(MakeLoaderMessage(LoaderMessage::Data, 600, firmware.substr(600)));
-    return answers + driver.Answer(MakeLoaderMessage(LoaderMessage::End, vrx::Crc32(firmware)));
+    return answers + driver.Answer(MakeLoaderMessage(LoaderMessage::End, protocol::Crc32(firmware)));
 }
 
 } // namespace
@@ -27,8 +27,8 @@ class TestReceiverLoader : public QObject {
 private Q_SLOTS:
     void ALoadEndsInTheNewVersion()
     {
-        for (const int product : {0, gnss::kAtProduct}) {
-            vrx::ReceiverOptions options = ReceiverDriver::Options();
+        for (const int product : {0, protocol::kAtProduct}) {
+            receiver::ReceiverOptions options = ReceiverDriver::Options();
             options.product = product;
             ReceiverDriver driver(options);
             driver.Run(5000);
@@ -38,7 +38,7 @@ private Q_SLOTS:
                                                     "G\x06"));
             QVERIFY(!driver.receiver.Running());
             QCOMPARE(driver.Answer("QUIT ", 100), std::string());
-            QCOMPARE(driver.Answer("", 900), vrx::VersionSentence("NEW 3"));
+            QCOMPARE(driver.Answer("", 900), receiver::VersionSentence("NEW 3"));
             // It waits for a start, and everything it knew is forgotten.
             QCOMPARE(driver.Answer("", 5000), std::string());
             QVERIFY(!driver.receiver.Engine().Known().timeKnown);
@@ -71,10 +71,10 @@ private Q_SLOTS:
                                            MakeLoaderMessage(LoaderMessage::Begin, 1000, "a*b"), begin,
                                            MakeLoaderMessage(LoaderMessage::Data, 1, "gap"),
                                            MakeLoaderMessage(LoaderMessage::Data, 0, firmware + "more"),
-                                           MakeLoaderMessage(LoaderMessage::End, vrx::Crc32(firmware)),
+                                           MakeLoaderMessage(LoaderMessage::End, protocol::Crc32(firmware)),
                                            MakeLoaderMessage(static_cast<LoaderMessage>(9), 0),
                                            std::string("noise"), std::string("VLDR\x01\0\x02\0ab1234", 14)}) {
-            QCOMPARE(driver.Answer(message), message == begin ? "CG" : std::string(vrx::kAnswerRefused));
+            QCOMPARE(driver.Answer(message), message == begin ? "CG" : std::string(protocol::kAnswerRefused));
         }
         // What was not loaded whole and right is not booted; from the first record
         // again it goes.

@@ -4,7 +4,7 @@
 #include <map>
 #include <set>
 
-using vrx::Millis;
+using receiver::Millis;
 
 namespace {
 
@@ -121,7 +121,7 @@ private slots:
             auto options = ReceiverDriver::Options("garbage=50");
             options.faults.badChecksumPercent = 5;
             options.seed = seed;
-            options.reports = vrx::ReportPolicy::All;
+            options.reports = receiver::ReportPolicy::All;
             ReceiverDriver driver(options);
             for (Millis t = 0; t < 60000; t += step) {
                 driver.Run(step);
@@ -160,7 +160,7 @@ private slots:
                 }
                 double east = 0.0;
                 double north = 0.0;
-                vrx::OffsetBetween(options.place, {Degrees(*rmc, 3), Degrees(*rmc, 5), 0.0}, east, north);
+                receiver::OffsetBetween(options.place, {Degrees(*rmc, 3), Degrees(*rmc, 5), 0.0}, east, north);
                 errors.push_back(std::hypot(east, north));
             }
             return seconds;
@@ -177,41 +177,42 @@ private slots:
     // Whatever is wrong with a block, it is refused and nothing of it is kept.
     void HistoryIsTakenWholeOrNotAtAll()
     {
-        vrx::Memory memory = ReceiverDriver(ReceiverDriver::Kept()).receiver.Engine().Known();
-        const std::string block = vrx::PackHistory(memory, 1773480413400);
-        QVERIFY(block.size() > 500 && block.size() <= gnss::kMaxHistoryBlock);
-        vrx::Memory taken;
+        receiver::Memory memory = ReceiverDriver(ReceiverDriver::Kept()).receiver.Engine().Known();
+        const std::string block = receiver::PackHistory(memory, 1773480413400);
+        QVERIFY(block.size() > 500 && block.size() <= protocol::kMaxHistoryBlock);
+        receiver::Memory taken;
         for (std::size_t i = 0; i < block.size(); ++i) {
             std::string spoilt = block;
             spoilt[i] = static_cast<char>(spoilt[i] ^ 0x10);
-            QVERIFY(!vrx::UnpackHistory(spoilt, taken) && !vrx::UnpackHistory(block.substr(0, i), taken));
+            QVERIFY(!receiver::UnpackHistory(spoilt, taken) &&
+                    !receiver::UnpackHistory(block.substr(0, i), taken));
         }
         QVERIFY(!taken.positionKnown && !taken.almanacKnown &&
-                taken.ephemerisUntil == vrx::Memory().ephemerisUntil);
-        QVERIFY(vrx::UnpackHistory(block, taken));
+                taken.ephemerisUntil == receiver::Memory().ephemerisUntil);
+        QVERIFY(receiver::UnpackHistory(block, taken));
         QVERIFY(taken.positionKnown && taken.almanacKnown && taken.ephemerisUntil == memory.ephemerisUntil);
     }
 
     void ReportsCarryTheirImages()
     {
         auto options = ReceiverDriver::Kept();
-        options.motion = vrx::Motion::Circle(options.place, 20.0, 15.0);
-        options.reports = vrx::ReportPolicy::None;
+        options.motion = receiver::Motion::Circle(options.place, 20.0, 15.0);
+        options.reports = receiver::ReportPolicy::None;
         ReceiverDriver driver(options);
-        QCOMPARE(driver.Command(gnss::CmdReports, "\1\1"), 0);
+        QCOMPARE(driver.Command(protocol::CmdReports, "\1\1"), 0);
         driver.Run(10000);
         driver.Listen(5000);
-        const auto locs = driver.Frames(gnss::RptMessage + gnss::MsgTypeLoc);
-        const auto meas = driver.Frames(gnss::RptMessage + gnss::MsgTypeMeas);
-        gnss::MsgLoc loc;
-        gnss::MsgMeas measured;
-        QVERIFY(locs.size() == 5 && locs[0].size() == gnss::kFrameOverhead + sizeof loc);
-        QVERIFY(meas.size() == 5 && meas[0].size() == gnss::kFrameOverhead + sizeof measured);
+        const auto locs = driver.Frames(protocol::RptMessage + protocol::MsgTypeLoc);
+        const auto meas = driver.Frames(protocol::RptMessage + protocol::MsgTypeMeas);
+        protocol::MsgLoc loc;
+        protocol::MsgMeas measured;
+        QVERIFY(locs.size() == 5 && locs[0].size() == protocol::kFrameOverhead + sizeof loc);
+        QVERIFY(meas.size() == 5 && meas[0].size() == protocol::kFrameOverhead + sizeof measured);
         std::memcpy(&loc, &locs[0][12], sizeof loc);
         std::memcpy(&measured, &meas[0][12], sizeof measured);
         QVERIFY(std::abs(loc.latitude - options.place.latitude) < 1e-3 &&
                 std::abs(loc.longitude - options.place.longitude) < 1e-3);
-        const Millis utc = static_cast<Millis>(loc.timestamp) + vrx::kGpsEpoch - vrx::kLeapMillis;
+        const Millis utc = static_cast<Millis>(loc.timestamp) + receiver::kGpsEpoch - receiver::kLeapMillis;
         QVERIFY(utc % 1000 == 0 && std::llabs(utc - driver.receiver.UtcAt(driver.now)) < 6000);
         QVERIFY(measured.entry[20].svid != 0 && std::abs(measured.entry[0].doppler) < 6000.0 &&
                 measured.entry[0].psr > 1.9e7 && measured.entry[0].psr < 4.5e7);
@@ -221,13 +222,13 @@ private slots:
                      s.c_str()); // knots
         }
         // Nothing of a report that was not asked for.
-        QVERIFY(driver.Frames(gnss::RptMessage + gnss::MsgTypePpsSts).empty());
+        QVERIFY(driver.Frames(protocol::RptMessage + protocol::MsgTypePpsSts).empty());
 
-        options.reports = vrx::ReportPolicy::All;
+        options.reports = receiver::ReportPolicy::All;
         ReceiverDriver talkative(options);
         talkative.Run(3000);
         for (const int type : {100, 101, 103, 104, 105, 106, 107, 108, 109, 110}) {
-            QVERIFY2(!talkative.Frames(gnss::RptMessage + type).empty(), qPrintable(QString::number(type)));
+            QVERIFY2(!talkative.Frames(protocol::RptMessage + type).empty(), qPrintable(QString::number(type)));
         }
     }
 
@@ -262,12 +263,12 @@ private slots:
         QCOMPARE(ReceiverDriver(ReceiverDriver::Kept("no-fix")).SecondsToFix(300), -1.0);
         // With all systems off it goes on without a satellite.
         ReceiverDriver off(ReceiverDriver::Kept());
-        QCOMPARE(off.Command(gnss::CmdConstellations, std::string(5, '\0')), 0);
+        QCOMPARE(off.Command(protocol::CmdConstellations, std::string(5, '\0')), 0);
         off.Listen(5000);
         QVERIFY(off.CountSentences("GSV") + off.CountSentences("GSA") == 0 && off.CountSentences("GGA") == 5);
         QCOMPARE(off.SecondsToFix(30), -1.0);
         // BeiDou is the second byte of the setting and system 4 of GSA.
-        QCOMPARE(off.Command(gnss::CmdConstellations, std::string("\0\1\0\0\0", 5)), 0);
+        QCOMPARE(off.Command(protocol::CmdConstellations, std::string("\0\1\0\0\0", 5)), 0);
         off.Run(30000);
         off.Listen(2000);
         QVERIFY(off.CountSentences("GSV") > 0 && off.CountSentences("GSA") > 0);
@@ -282,14 +283,14 @@ private slots:
         ReceiverDriver driver(ReceiverDriver::Kept("sleep=10,3"));
         driver.Run(9900);
         driver.Listen(200);
-        QCOMPARE(driver.Frames(gnss::RptSleep).size(), std::size_t{1});
+        QCOMPARE(driver.Frames(protocol::RptSleep).size(), std::size_t{1});
         driver.Listen(5000);
-        QCOMPARE(Joined(driver.messages), Frame(gnss::RptSleep, "\1"));
+        QCOMPARE(Joined(driver.messages), Frame(protocol::RptSleep, "\1"));
         driver.SendBytes("AT\r\n\x7e\x04");
         driver.Listen(5000);
         QVERIFY(driver.messages.empty());
         driver.SendBytes(std::string("\xFF\0", 2) + kStart);
-        QCOMPARE(driver.Frames(gnss::RptAck).size(), std::size_t{1});
+        QCOMPARE(driver.Frames(protocol::RptAck).size(), std::size_t{1});
         driver.Run(2000);
         QCOMPARE(driver.CountSentences("GGA"), 2);
     }

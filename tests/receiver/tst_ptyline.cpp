@@ -16,7 +16,7 @@
 #include <termios.h>
 #include <unistd.h>
 
-using vrx::PtyLine;
+using receiver::PtyLine;
 
 namespace {
 
@@ -171,16 +171,16 @@ private slots:
 
     void OptionsAreJudged()
     {
-        vrx::Options options;
+        receiver::Options options;
         std::string text;
         const auto parse = [&](const QString& words) {
             std::vector<std::string> arguments;
             for (const QString& word : words.split(' ')) {
                 arguments.push_back(word.toStdString());
             }
-            options = vrx::Options();
+            options = receiver::Options();
             text.clear();
-            return vrx::ParseOptions(arguments, options, text);
+            return receiver::ParseOptions(arguments, options, text);
         };
         const char* const wrong = "--rate 2|--rate|--lat 90.1|--lon x|--time now|--ttff-cold 28|--seed "
                                   "-1|--speed -1|--track /none|"
@@ -192,15 +192,15 @@ private slots:
                                   "refuse=1,2|"
                                   "--fault ack-other=70000|--fault unplug=nan|--fault sleep=inf";
         for (const QString& words : QString(wrong).split('|')) {
-            QVERIFY2(parse(words) == vrx::OptionsResult::Bad && !text.empty(), qPrintable(words));
+            QVERIFY2(parse(words) == receiver::OptionsResult::Bad && !text.empty(), qPrintable(words));
         }
-        QCOMPARE(parse("--help"), vrx::OptionsResult::Told);
+        QCOMPARE(parse("--help"), receiver::OptionsResult::Told);
         QVERIFY(text.find("--transcript") != std::string::npos);
         QCOMPARE(parse("--rate=5 --lat -33.5 --lon 151 --time 2026-01-02T03:04:05 --speed "
                        "max --ttff-hot 2,0.5 "
                        "--fault ack-late=20 --idle --fault garbage --fault unplug=1.5,2"),
-                 vrx::OptionsResult::Run);
-        const vrx::ReceiverOptions& receiver = options.receiver;
+                 receiver::OptionsResult::Run);
+        const receiver::ReceiverOptions& receiver = options.receiver;
         QVERIFY(receiver.rateHz == 5 && receiver.motion.At(5.0).place.latitude == -33.5);
         QVERIFY(receiver.times.hot.deviation == 0.5 && receiver.faults.ackLateMillis == 20);
         QVERIFY(receiver.faults.unplugAt == 1.5 && receiver.faults.replugAfter == 2.0);
@@ -268,7 +268,7 @@ private slots:
         for (int second = 10; second < 40; ++second) {
             std::string sentence =
                 "$GNRMC,1010" + std::to_string(second) + ".00,A,4723.0,N,00832.0,E,0.0,,140326,,,A,V";
-            vrx::CloseSentence(sentence);
+            receiver::CloseSentence(sentence);
             bytes += sentence.c_str() + everyByte;
         }
         for (const QString speed : {"30", "max"}) {

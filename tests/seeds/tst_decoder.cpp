@@ -13,22 +13,22 @@
 #include <functional>
 #include <random>
 
-using pgnss::SeedError;
+using seeds::SeedError;
 using Bytes = std::vector<std::uint8_t>;
 
 namespace {
 
 constexpr std::uint32_t kStart = 1773478800; // 2026-03-14 09:00:00
 constexpr std::uint32_t kDay = 86400;
-constexpr std::size_t kSections = pgnss::kSeedHeaderSize;
+constexpr std::size_t kSections = seeds::kSeedHeaderSize;
 
-pgnss::Seed SmallSeed()
+seeds::Seed SmallSeed()
 {
-    pgnss::Seed seed;
+    seeds::Seed seed;
     seed.issued = kStart;
     seed.validStart = kStart;
     seed.validEnd = kStart + kDay;
-    for (pgnss::SeedSystem& system : seed.systems) {
+    for (seeds::SeedSystem& system : seed.systems) {
         system.sets.push_back({kStart, kStart, kStart + kDay, {{3, 0, 0, 1, 2.65e7, 0.9, 1.0, 2.0}}});
         system.integrity.emplace();
     }
@@ -48,14 +48,14 @@ void SetU32(Bytes& image, std::size_t at, std::uint32_t value)
 void Repair(Bytes& image)
 {
     SetU32(image, 12, static_cast<std::uint32_t>(image.size()));
-    SetU32(image, 28, gnss::Crc32(image.data(), 28));
-    SetU32(image, image.size() - 4, gnss::Crc32(image.data(), image.size() - 4));
+    SetU32(image, 28, protocol::Crc32(image.data(), 28));
+    SetU32(image, image.size() - 4, protocol::Crc32(image.data(), image.size() - 4));
 }
 
 bool Documented(int code)
 {
     return code >= 1 && code <= 16 &&
-           std::strcmp(pgnss::TextOf(static_cast<SeedError>(code)), "unknown error") != 0;
+           std::strcmp(seeds::TextOf(static_cast<SeedError>(code)), "unknown error") != 0;
 }
 
 } // namespace
@@ -80,7 +80,7 @@ private slots:
     {
         QDir(m_folder->path()).mkdir(QStringLiteral("Ordner mit ü"));
         const QByteArray seed =
-            Put(pgnss::PackSeed(pgnss::MakeModelSeed(kStart, kStart, kStart + 7 * kDay)), "Ordner mit ü/EE.dat");
+            Put(seeds::PackSeed(seeds::MakeModelSeed(kStart, kStart, kStart + 7 * kDay)), "Ordner mit ü/EE.dat");
         const QString out = Path("Ordner mit ü");
         std::uint32_t start = 0;
         std::uint32_t end = 0;
@@ -108,12 +108,12 @@ private slots:
     // 15 minutes on both sides.
     void TheChosenEphemerisServesAtAnyMoment()
     {
-        const pgnss::Seed seed = pgnss::MakeModelSeed(kStart, kStart, kStart + 2 * kDay);
-        std::vector<pgnss::OutputFile> files;
+        const seeds::Seed seed = seeds::MakeModelSeed(kStart, kStart, kStart + 2 * kDay);
+        std::vector<seeds::OutputFile> files;
         for (std::uint32_t time = seed.validStart; time <= seed.validEnd; time += 450) {
-            QCOMPARE(pgnss::ExpandSeed(seed, time, files), SeedError::None);
+            QCOMPARE(seeds::ExpandSeed(seed, time, files), SeedError::None);
             QHash<QString, qint64> chosen;
-            for (const pgnss::OutputFile& file : files) {
+            for (const seeds::OutputFile& file : files) {
                 const QString name = QString::fromStdString(file.name);
                 if (!name.endsWith(".eph")) {
                     continue;
@@ -129,48 +129,48 @@ private slots:
                 QVERIFY(std::llabs(each.value()) <= (each.key() == "GLO" ? 900 : 7200));
             }
         }
-        QCOMPARE(pgnss::ExpandSeed(seed, seed.validStart - 1, files), SeedError::OutsideSpan);
-        QCOMPARE(pgnss::ExpandSeed(seed, seed.validEnd + 1, files), SeedError::OutsideSpan);
+        QCOMPARE(seeds::ExpandSeed(seed, seed.validStart - 1, files), SeedError::OutsideSpan);
+        QCOMPARE(seeds::ExpandSeed(seed, seed.validEnd + 1, files), SeedError::OutsideSpan);
     }
 
     void ItemsSayWhatTheSkyShows()
     {
-        const pgnss::Seed seed = pgnss::MakeModelSeed(kStart, kStart, kStart + 28 * kDay);
-        std::vector<pgnss::OutputFile> files;
-        QCOMPARE(pgnss::ExpandSeed(seed, kStart + 27 * kDay + 1234, files), SeedError::None);
+        const seeds::Seed seed = seeds::MakeModelSeed(kStart, kStart, kStart + 28 * kDay);
+        std::vector<seeds::OutputFile> files;
+        QCOMPARE(seeds::ExpandSeed(seed, kStart + 27 * kDay + 1234, files), SeedError::None);
         const char* prefixes[] = {"GPS", "BDS", "GLO", "GAL", "QZS"};
         int satellites = 0;
-        for (const pgnss::OutputFile& file : files) {
-            gnss::AssistHeader header;
-            gnss::ImageReader body(nullptr, 0);
-            QVERIFY(gnss::ReadAssistHeader(file.bytes.data(), file.bytes.size(), header, body));
+        for (const seeds::OutputFile& file : files) {
+            protocol::AssistHeader header;
+            protocol::ImageReader body(nullptr, 0);
+            QVERIFY(protocol::ReadAssistHeader(file.bytes.data(), file.bytes.size(), header, body));
             QCOMPARE(file.name.substr(0, 3), std::string(prefixes[static_cast<int>(header.system)]));
-            std::vector<gnss::AssistOrbit> orbits;
-            if (header.kind != gnss::AssistKind::Ephemeris) {
+            std::vector<protocol::AssistOrbit> orbits;
+            if (header.kind != protocol::AssistKind::Ephemeris) {
                 continue;
             }
-            QVERIFY(gnss::ReadAssistEphemeris(header, body, orbits));
-            for (const gnss::AssistOrbit& orbit : orbits) {
+            QVERIFY(protocol::ReadAssistEphemeris(header, body, orbits));
+            for (const protocol::AssistOrbit& orbit : orbits) {
                 QCOMPARE(std::to_string(orbit.toe), file.name.substr(4, 10));
-                for (const vrx::Orbit& real : vrx::AllOrbits()) {
+                for (const receiver::Orbit& real : receiver::AllOrbits()) {
                     if (static_cast<int>(real.system) != static_cast<int>(header.system) ||
-                        vrx::NumberInSystem(real) != orbit.number) {
+                        receiver::NumberInSystem(real) != orbit.number) {
                         continue;
                     }
-                    const vrx::Millis later = (orbit.toe + vrx::Millis{3000}) * 1000;
-                    const vrx::Vector3 a = vrx::PredictedPosition(orbit, later);
-                    const vrx::Vector3 b = vrx::PositionAt(real, later);
+                    const receiver::Millis later = (orbit.toe + receiver::Millis{3000}) * 1000;
+                    const receiver::Vector3 a = receiver::PredictedPosition(orbit, later);
+                    const receiver::Vector3 b = receiver::PositionAt(real, later);
                     QVERIFY(std::hypot(a.x - b.x, a.y - b.y, a.z - b.z) < 1.0);
                     ++satellites;
                 }
             }
         }
-        QCOMPARE(satellites, 3 * int(vrx::AllOrbits().size()));
+        QCOMPARE(satellites, 3 * int(receiver::AllOrbits().size()));
     }
 
     void CutAtEveryByte()
     {
-        const Bytes whole = pgnss::PackSeed(SmallSeed());
+        const Bytes whole = seeds::PackSeed(SmallSeed());
         QCOMPARE(Both(whole), 0);
         for (std::size_t length = 0; length < whole.size(); ++length) {
             QCOMPARE(Both(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length))), 3);
@@ -182,9 +182,9 @@ private slots:
 
     void EveryByteChanged()
     {
-        const Bytes whole = pgnss::PackSeed(SmallSeed());
+        const Bytes whole = seeds::PackSeed(SmallSeed());
         for (std::size_t i = 0; i < whole.size(); ++i) {
-            const int expected = i < 8 ? 4 : i < pgnss::kSeedHeaderSize ? 6 : 8;
+            const int expected = i < 8 ? 4 : i < seeds::kSeedHeaderSize ? 6 : 8;
             for (const int bits : {0x01, 0x80, 0xFF}) {
                 Bytes spoilt = whole;
                 spoilt[i] = static_cast<std::uint8_t>(spoilt[i] ^ bits);
@@ -195,13 +195,13 @@ private slots:
 
     void WrongContentWithRightChecks()
     {
-        const auto packed = [](const std::function<void(pgnss::Seed&)>& change) {
-            pgnss::Seed seed = SmallSeed();
+        const auto packed = [](const std::function<void(seeds::Seed&)>& change) {
+            seeds::Seed seed = SmallSeed();
             change(seed);
-            return pgnss::PackSeed(seed);
+            return seeds::PackSeed(seed);
         };
         const auto patched = [](std::size_t at, std::uint8_t value) {
-            Bytes image = pgnss::PackSeed(SmallSeed());
+            Bytes image = seeds::PackSeed(SmallSeed());
             image[at] = value;
             Repair(image);
             return image;
@@ -256,7 +256,7 @@ private slots:
 
     void RandomContentWithRightChecks()
     {
-        const Bytes whole = pgnss::PackSeed(SmallSeed());
+        const Bytes whole = seeds::PackSeed(SmallSeed());
         std::mt19937 random(5);
         int refused = 0;
         for (int run = 0; run < 20000; ++run) {
@@ -268,13 +268,13 @@ private slots:
                 image.resize(40 + random() % 2000);
             }
             Repair(image);
-            pgnss::Seed seed;
-            const int code = static_cast<int>(pgnss::ParseSeed(image.data(), image.size(), seed));
+            seeds::Seed seed;
+            const int code = static_cast<int>(seeds::ParseSeed(image.data(), image.size(), seed));
             QVERIFY(code == 0 || Documented(code));
             refused += code != 0 ? 1 : 0;
-            std::vector<pgnss::OutputFile> files;
+            std::vector<seeds::OutputFile> files;
             if (code == 0) {
-                QCOMPARE(pgnss::ExpandSeed(seed, seed.validEnd, files), SeedError::None);
+                QCOMPARE(seeds::ExpandSeed(seed, seed.validEnd, files), SeedError::None);
             }
         }
         QVERIFY(refused > 1000 && refused < 19900);
@@ -282,7 +282,7 @@ private slots:
 
     void BadArguments()
     {
-        const QByteArray good = Put(pgnss::PackSeed(SmallSeed()));
+        const QByteArray good = Put(seeds::PackSeed(SmallSeed()));
         const QByteArray out = m_folder->path().toUtf8();
         std::uint32_t time = 0;
         QCOMPARE(m_valid(nullptr, &time, &time), 1);
@@ -308,7 +308,7 @@ private slots:
 
     void OutputThatCannotBeWritten()
     {
-        const QByteArray seed = Put(pgnss::PackSeed(SmallSeed()));
+        const QByteArray seed = Put(seeds::PackSeed(SmallSeed()));
         // A directory stands where the last but two file belongs; a foreign file keeps its name.
         QVERIFY(QDir(m_folder->path()).mkpath(QStringLiteral("out/GLO_AUX.dat")));
         Put({1, 2, 3}, "out/GPS_0.eph");

@@ -10,7 +10,7 @@
 constexpr char kTestAppid[] = "qfixdemo1";
 constexpr char kTestKey[] = "7C21E9B04F6A3D58A1B7C6E02D94F83B5E1076DA3C8F42B9D06E7A15F3C2984B";
 
-inline assistance::Credentials TestCredentials()
+inline service::Credentials TestCredentials()
 {
     return {kTestAppid, kTestKey};
 }

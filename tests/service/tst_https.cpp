@@ -12,7 +12,7 @@
 
 #include <thread>
 
-using namespace assistance;
+using namespace service;
 
 namespace {
 

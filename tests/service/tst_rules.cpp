@@ -10,7 +10,7 @@
 #include <cstring>
 #include <numeric>
 
-using namespace assistance;
+using namespace service;
 
 namespace {
 
@@ -41,12 +41,12 @@ Walked Walk(const std::string& body)
     Walked walked;
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(body.data());
     for (std::size_t at = 0; walked.whole && body.size() - at >= 5;) {
-        const std::size_t length = gnss::ReadU16(bytes + at + 2);
+        const std::size_t length = protocol::ReadU16(bytes + at + 2);
         const auto* end = bytes + at + 4 + length;
         walked.whole = body.size() - at >= length + 5 &&
                        static_cast<std::uint8_t>(std::accumulate(bytes + at, end, 0)) == *end;
         if (walked.whole) {
-            walked.records.push_back({gnss::ReadU16(bytes + at), {bytes + at + 4, end}});
+            walked.records.push_back({protocol::ReadU16(bytes + at), {bytes + at + 4, end}});
         }
         at += length + 5;
     }
@@ -72,9 +72,9 @@ ServiceFaults With(const char* text)
 
 int SeedError(const std::string& body)
 {
-    pgnss::Seed seed;
+    seeds::Seed seed;
     return static_cast<int>(
-        pgnss::ParseSeed(reinterpret_cast<const std::uint8_t*>(body.data()), body.size(), seed));
+        seeds::ParseSeed(reinterpret_cast<const std::uint8_t*>(body.data()), body.size(), seed));
 }
 
 } // namespace
@@ -160,8 +160,8 @@ private Q_SLOTS:
             Verdict verdict = Good(true);
             verdict.period = period;
             const std::string body = MakeBody(verdict, ServiceFaults(), kNow);
-            pgnss::Seed seed;
-            QCOMPARE(int(pgnss::ParseSeed(reinterpret_cast<const std::uint8_t*>(body.data()), body.size(), seed)),
+            seeds::Seed seed;
+            QCOMPARE(int(seeds::ParseSeed(reinterpret_cast<const std::uint8_t*>(body.data()), body.size(), seed)),
                      0);
             const std::int64_t now = kNow / 1000;
             // Usable now and an hour before the period's end.
@@ -184,7 +184,7 @@ private Q_SLOTS:
         QVERIFY(!walked.whole && walked.records.size() == 23);
         walked = Walk(MakeBody(Good(false), With("unknown-tag=300"), kNow));
         QVERIFY(walked.whole && walked.records.size() == 25 && walked.records[12].tag == 300);
-        QVERIFY(gnss::FindAgnssTag(300) == nullptr);
+        QVERIFY(protocol::FindAgnssTag(300) == nullptr);
         const std::string huge = MakeBody(Good(false), With("huge=2"), kNow);
         QCOMPARE(huge.size(), std::size_t{2} << 20);
         walked = Walk(huge);
@@ -194,8 +194,8 @@ private Q_SLOTS:
         QCOMPARE(SeedError(MakeBody(Good(true), With("truncated"), kNow)), 3);
         QCOMPARE(SeedError(MakeBody(Good(true), With("huge=1"), kNow)), 7);
         const std::string old = MakeBody(Good(true), With("expired"), kNow);
-        pgnss::Seed seed;
-        QCOMPARE(int(pgnss::ParseSeed(reinterpret_cast<const std::uint8_t*>(old.data()), old.size(), seed)), 0);
+        seeds::Seed seed;
+        QCOMPARE(int(seeds::ParseSeed(reinterpret_cast<const std::uint8_t*>(old.data()), old.size(), seed)), 0);
         QVERIFY(seed.validEnd < kNow / 1000);
     }
 

@@ -9,13 +9,13 @@
 #include <QFile>
 #include <QtTest>
 
-using namespace gnsslog;
+using namespace tools;
 
 namespace {
 
-gnss::FixRecord Fix(quint32 year, quint32 month, quint32 day, quint32 hour, quint32 minute, double second)
+protocol::FixRecord Fix(quint32 year, quint32 month, quint32 day, quint32 hour, quint32 minute, double second)
 {
-    gnss::FixRecord fix{};
+    protocol::FixRecord fix{};
     fix.year = year;
     fix.month = month;
     fix.day = day;
@@ -40,7 +40,7 @@ class TestGnssLogUnits : public QObject {
 private Q_SLOTS:
     void TimesAreCutToMilliseconds()
     {
-        const auto text = [](const gnss::FixRecord& fix) { return FixTime(fix).Text(); };
+        const auto text = [](const protocol::FixRecord& fix) { return FixTime(fix).Text(); };
         QCOMPARE(text(Fix(2026, 3, 14, 9, 26, 53.5)), std::string("2026-03-14T09:26:53.500Z"));
         QCOMPARE(text(Fix(0, 0, 0, 9, 26, 3)), std::string("T09:26:03.000Z"));
         QCOMPARE(text(Fix(0, 0, 0, 0, 0, 0)), std::string());
@@ -56,7 +56,7 @@ private Q_SLOTS:
 
     void StepsCrossDaysAndYears()
     {
-        const auto step = [](const gnss::FixRecord& from, const gnss::FixRecord& to) {
+        const auto step = [](const protocol::FixRecord& from, const protocol::FixRecord& to) {
             return qint64(FixTime(to).MillisecondsSince(FixTime(from)));
         };
         QCOMPARE(step(Fix(2024, 2, 28, 23, 59, 59.5), Fix(2024, 3, 1, 0, 0, 0.25)), qint64(86400750));

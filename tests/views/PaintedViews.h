@@ -48,27 +48,27 @@ template <typename Entry> QByteArray Entries(const std::vector<Entry>& entries, 
     return record;
 }
 
-inline QByteArray Cn0Bytes(const std::vector<gnss::Cn0Entry>& entries, int count = -1)
+inline QByteArray Cn0Bytes(const std::vector<protocol::Cn0Entry>& entries, int count = -1)
 {
     return Entries(entries, 1, count);
 }
 
-inline QByteArray SkyBytes(const std::vector<gnss::SatPosEntry>& entries, int count = -1)
+inline QByteArray SkyBytes(const std::vector<protocol::SatPosEntry>& entries, int count = -1)
 {
     return Entries(entries, 2, count);
 }
 
 inline QByteArray PositionBytes(double latitude, double longitude)
 {
-    gnss::PositionRecord record{};
+    protocol::PositionRecord record{};
     record.latitude = latitude;
     record.longitude = longitude;
-    return QByteArray(reinterpret_cast<const char*>(&record), static_cast<int>(gnss::kPositionRecordMinSize));
+    return QByteArray(reinterpret_cast<const char*>(&record), static_cast<int>(protocol::kPositionRecordMinSize));
 }
 
 inline QByteArray CompassBytes(float heading, std::uint8_t fixMode)
 {
-    QByteArray record(static_cast<int>(gnss::kCompassRecordMinSize), static_cast<char>(fixMode));
+    QByteArray record(static_cast<int>(protocol::kCompassRecordMinSize), static_cast<char>(fixMode));
     std::memcpy(record.data(), &heading, sizeof(heading));
     return record;
 }

@@ -105,19 +105,19 @@ const std::vector<ViewCase>& Cases()
 {
     static const std::vector<ViewCase> cases = [] {
         // As many satellites as a record can hold, of every letter and none, at places that there aren't.
-        std::vector<gnss::Cn0Entry> bars;
-        std::vector<gnss::SatPosEntry> dots;
+        std::vector<protocol::Cn0Entry> bars;
+        std::vector<protocol::SatPosEntry> dots;
         for (int i = 0; i < 255; ++i) {
             const auto byte = static_cast<std::uint8_t>(i);
             bars.push_back({"GSREJCI?"[i % 8], static_cast<std::uint8_t>(i / 2), byte, 1, 1575.42F});
             dots.push_back({"GSREJCI?"[i % 8], byte, byte, 0, static_cast<std::uint16_t>(i * 257), 1, byte});
         }
-        gnss::NmeaText text{};
-        text.count = gnss::kNmeaSlots;
+        protocol::NmeaText text{};
+        text.count = protocol::kNmeaSlots;
         for (auto& slot : text.slot) {
             std::memcpy(slot, "$GPTXT,01,01,02,x*00\r\n", 22);
         }
-        const gnss::FixRecord fix{116.3, 39.9, 50.0, 2026, 3, 1, 7, 8, 0, 10.5, 1, {}, 1.5F, 90.0F, 1, 1, 1};
+        const protocol::FixRecord fix{116.3, 39.9, 50.0, 2026, 3, 1, 7, 8, 0, 10.5, 1, {}, 1.5F, 90.0F, 1, 1, 1};
         const std::vector<std::pair<int, int>> fixNumbers = {{0, 8},  {8, 8},  {16, 8}, {48, 8}, {60, 4},
                                                              {64, 4}, {68, 4}, {72, 4}, {76, 4}};
         return std::vector<ViewCase>{
@@ -127,8 +127,9 @@ const std::vector<ViewCase>& Cases()
             Case<CompassViewWin>(CompassBytes(10.0F, 1), false, {{0, 4}}),
             Case<DataViewWin>(Bytes(fix), false, fixNumbers),
             Case<BasicViewWin>(Bytes(fix), false, fixNumbers),
-            Case<MessageViewWin>(Message(gnss::MsgTypeMeas, QByteArray(sizeof(gnss::MsgMeas), '\1')), false),
-            Case<PackageViewWin>(Bytes(gnss::PackageRecord{4, 0, 5, 6}), true),
+            Case<MessageViewWin>(Message(protocol::MsgTypeMeas, QByteArray(sizeof(protocol::MsgMeas), '\1')),
+                                 false),
+            Case<PackageViewWin>(Bytes(protocol::PackageRecord{4, 0, 5, 6}), true),
             Case<NMEAViewWin>(Bytes(text), true),
             Case<HexViewWin>("any bytes", true),
         };
@@ -222,7 +223,7 @@ void TestAnyRecords::NumbersThatAreNone()
     MessageViewWin view(nullptr);
     auto* tree = view.findChild<QTreeWidget*>();
     for (const MessageShape& shape : message_tables::kShapes) {
-        const gnss::MessageLayout& layout = *gnss::FindMessageLayout(shape.msgType);
+        const protocol::MessageLayout& layout = *protocol::FindMessageLayout(shape.msgType);
         QTreeWidgetItem* item = tree->findItems(layout.name, Qt::MatchExactly | Qt::MatchRecursive).value(0);
         view.SlotUpdateRightWin(item->childCount() > 0 ? item->child(0) : item, 0);
         const QAbstractItemModel* model = view.findChild<QTableView*>("tableView")->model();
@@ -261,9 +262,9 @@ void TestAnyRecords::AnHourAtTenRecordsASecond()
             const ViewCase& one = Cases()[k];
             QByteArray record = one.record;
             if (one.name == NMEAViewWin::staticMetaObject.className()) {
-                record[static_cast<int>(offsetof(gnss::NmeaText, count))] = 1;
+                record[static_cast<int>(offsetof(protocol::NmeaText, count))] = 1;
             } else if (one.name == MessageViewWin::staticMetaObject.className() && i % 10 != 0) {
-                record = Message(gnss::MsgTypeGga, QByteArray(sizeof(gnss::MsgGga), '\1'));
+                record = Message(protocol::MsgTypeGga, QByteArray(sizeof(protocol::MsgGga), '\1'));
             } else if (one.name == PositioningViewWin::staticMetaObject.className()) {
                 record = PositionBytes(40.0 + i * 1e-7, 116.0);
             }

@@ -24,9 +24,9 @@
 
 namespace {
 
-gnss::NmeaText Record(const QList<QByteArray>& sentences)
+protocol::NmeaText Record(const QList<QByteArray>& sentences)
 {
-    gnss::NmeaText record{};
+    protocol::NmeaText record{};
     record.count = static_cast<std::uint8_t>(sentences.size());
     for (int i = 0; i < sentences.size(); ++i) {
         std::memcpy(record.slot[i], sentences[i].constData(), static_cast<std::size_t>(sentences[i].size()));
@@ -36,7 +36,7 @@ gnss::NmeaText Record(const QList<QByteArray>& sentences)
 
 void Send(NMEAViewWin& view, const QList<QByteArray>& sentences)
 {
-    const gnss::NmeaText record = Record(sentences);
+    const protocol::NmeaText record = Record(sentences);
     view.OnRecord(&record, sizeof(record));
 }
 
@@ -146,7 +146,7 @@ void TestLogViews::ShowsAndLogsSentences()
     NMEAViewWin view(nullptr);
     QCOMPARE(view.windowTitle(), QString("NMEA"));
     // A slot that is full has no NUL.
-    const QByteArray full(gnss::kNmeaSlotSize, 'F');
+    const QByteArray full(protocol::kNmeaSlotSize, 'F');
     Send(view, {"$GPGGA,1*00\r\n", "", "\r\nhidden", "$GPRMC,2*00\n", "$GPGSA,3*00\r\r\n", full, "$GPTXT,4*00"});
     QCOMPARE(Text(view), "$GPGGA,1*00\n$GPRMC,2*00\n$GPGSA,3*00\n" + QString(full) + "\n$GPTXT,4*00");
     QCOMPARE(Log("nmea"), "$GPGGA,1*00\r\n\n$GPRMC,2*00\n\n$GPGSA,3*00\r\r\n\n" + full + "\n$GPTXT,4*00\n");
@@ -166,15 +166,15 @@ void TestLogViews::TakesRecordsThatLie()
 {
     NMEAViewWin view(nullptr);
     QList<QByteArray> sentences;
-    for (int i = 0; i < static_cast<int>(gnss::kNmeaSlots); ++i) {
+    for (int i = 0; i < static_cast<int>(protocol::kNmeaSlots); ++i) {
         sentences.append("$S" + QByteArray::number(i) + "\r\n");
     }
-    gnss::NmeaText record = Record(sentences);
+    protocol::NmeaText record = Record(sentences);
     view.OnRecord(&record, sizeof(record) - 1);
     QCOMPARE(Text(view), QString());
     record.count = 255;
     view.OnRecord(&record, 1000000);
-    QCOMPARE(Text(view).split('\n').size(), int(gnss::kNmeaSlots));
+    QCOMPARE(Text(view).split('\n').size(), int(protocol::kNmeaSlots));
     QVERIFY(Text(view).endsWith("$S31"));
 }
 

@@ -30,7 +30,7 @@ const QColor kBds(203, 65, 84);
 SignalTable Table(const QByteArray& bytes)
 {
     SignalTable table;
-    table.Fill(RecordCopy(bytes.constData(), bytes.size(), sizeof(gnss::Cn0Record), "Cn0ViewWin"));
+    table.Fill(RecordCopy(bytes.constData(), bytes.size(), sizeof(protocol::Cn0Record), "Cn0ViewWin"));
     return table;
 }
 

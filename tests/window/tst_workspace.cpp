@@ -23,7 +23,7 @@ const QStringList defaultViews = {"NMEAViewWin", "CmdConfig", "PositioningViewWi
 
 QByteArray Sentences(const QByteArray& text)
 {
-    gnss::NmeaText record = {};
+    protocol::NmeaText record = {};
     memcpy(record.slot[0], text.constData(), static_cast<size_t>(text.size()));
     record.count = 1;
     return QByteArray(reinterpret_cast<const char*>(&record), sizeof(record));

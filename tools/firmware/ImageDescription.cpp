@@ -13,8 +13,8 @@ namespace {
 constexpr std::string_view kUsualHeader = "VRXF";
 constexpr std::size_t kHeaderSize = 4;
 constexpr std::size_t kMostBytes = 64u << 20;
-constexpr std::size_t kMostInMessage =
-    vrx::kLongestLoaderMessage - vrx::kLoaderHeaderSize - vrx::kLoaderFieldSize - vrx::kLoaderCheckSize;
+constexpr std::size_t kMostInMessage = protocol::kLongestLoaderMessage - protocol::kLoaderHeaderSize -
+                                       protocol::kLoaderFieldSize - protocol::kLoaderCheckSize;
 
 std::string RandomBytes(std::size_t count, std::uint64_t seed)
 {
@@ -158,10 +158,10 @@ private:
     bool Record(std::string_view message)
     {
         BeginImage();
-        if (message.size() > vrx::kLongestLoaderMessage) {
+        if (message.size() > protocol::kLongestLoaderMessage) {
             return false;
         }
-        vrx::AppendU16(m_image, static_cast<std::uint16_t>(m_length.value_or(message.size())));
+        protocol::AppendU16(m_image, static_cast<std::uint16_t>(m_length.value_or(message.size())));
         m_length.reset();
         m_image += message;
         return true;
@@ -189,13 +189,13 @@ private:
     bool Quit(Words& words)
     {
         const std::optional<std::string> more = words.AtEnd() ? std::string() : words.Value();
-        return more && Record(std::string(vrx::kLoaderQuit) + *more);
+        return more && Record(std::string(protocol::kLoaderQuit) + *more);
     }
 
     bool Length(Words& words)
     {
         m_length = words.Number();
-        return m_length && *m_length <= vrx::kLongestLoaderMessage;
+        return m_length && *m_length <= protocol::kLongestLoaderMessage;
     }
 
     bool Raw(Words& words)
@@ -225,10 +225,10 @@ private:
             rest->size() > kMostInMessage) {
             return false;
         }
-        const vrx::LoaderMessage type = begin  ? vrx::LoaderMessage::Begin
-                                        : data ? vrx::LoaderMessage::Data
-                                               : vrx::LoaderMessage::End;
-        return Record(vrx::MakeLoaderMessage(type, static_cast<std::uint32_t>(*number), *rest));
+        const protocol::LoaderMessage type = begin  ? protocol::LoaderMessage::Begin
+                                             : data ? protocol::LoaderMessage::Data
+                                                    : protocol::LoaderMessage::End;
+        return Record(protocol::MakeLoaderMessage(type, static_cast<std::uint32_t>(*number), *rest));
     }
 
     bool Firmware(Words& words)
@@ -237,18 +237,19 @@ private:
         const auto size = words.Number();
         const auto piece = words.Number();
         const auto seed = words.AtEnd() ? std::optional<std::uint64_t>(1) : words.Number();
-        if (!version || version->empty() || version->size() > vrx::kLongestFirmwareVersion || !size ||
+        if (!version || version->empty() || version->size() > protocol::kLongestFirmwareVersion || !size ||
             *size > kMostBytes || !piece || *piece == 0 || *piece > kMostInMessage || !seed) {
             return false;
         }
         const std::string firmware = RandomBytes(static_cast<std::size_t>(*size), *seed);
-        Record(vrx::MakeLoaderMessage(vrx::LoaderMessage::Begin, static_cast<std::uint32_t>(*size), *version));
+        Record(protocol::MakeLoaderMessage(protocol::LoaderMessage::Begin, static_cast<std::uint32_t>(*size),
+                                           *version));
         for (std::size_t at = 0; at < firmware.size(); at += static_cast<std::size_t>(*piece)) {
-            Record(
-                vrx::MakeLoaderMessage(vrx::LoaderMessage::Data, static_cast<std::uint32_t>(at),
-                                       std::string_view(firmware).substr(at, static_cast<std::size_t>(*piece))));
+            Record(protocol::MakeLoaderMessage(
+                protocol::LoaderMessage::Data, static_cast<std::uint32_t>(at),
+                std::string_view(firmware).substr(at, static_cast<std::size_t>(*piece))));
         }
-        return Record(vrx::MakeLoaderMessage(vrx::LoaderMessage::End, vrx::Crc32(firmware)));
+        return Record(protocol::MakeLoaderMessage(protocol::LoaderMessage::End, protocol::Crc32(firmware)));
     }
 
     std::string m_image;

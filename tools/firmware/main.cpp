@@ -95,7 +95,7 @@ int Show(const char* path)
         return Fail(std::string(path) + " cannot be read");
     }
     std::size_t at = 0;
-    FirmwareImage image([&](char* out, std::size_t size) {
+    protocol::FirmwareImage image([&](char* out, std::size_t size) {
         const std::size_t count = std::min(size, content.size() - at);
         std::copy_n(content.data() + at, count, out);
         at += count;
@@ -105,8 +105,8 @@ int Show(const char* path)
         return Fail(std::string(path) + " has no header");
     }
     std::printf("header");
-    ShowBytes(content.substr(0, kImageHeaderSize));
-    FirmwareRecord record;
+    ShowBytes(content.substr(0, protocol::kImageHeaderSize));
+    protocol::FirmwareRecord record;
     bool whole = true;
     for (int number = 1; image.Next(record); ++number) {
         std::printf("%5d %6zu bytes%s%s%s", number, record.message.size(), record.skipped ? ", skipped" : "",

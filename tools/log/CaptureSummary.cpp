@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace gnsslog {
+namespace tools {
 
 namespace {
 
@@ -38,7 +38,7 @@ void CaptureSummary::OnSentence(const char* text, std::size_t length)
     m_latestType = type;
 }
 
-void CaptureSummary::OnFix(const gnss::FixRecord& record)
+void CaptureSummary::OnFix(const protocol::FixRecord& record)
 {
     const FixTime time(record);
     // One epoch may come without a fix first and then, when a later sentence has it, with one.
@@ -46,7 +46,7 @@ void CaptureSummary::OnFix(const gnss::FixRecord& record)
     if (!again) {
         BeginEpoch(time);
     }
-    if (record.fixMode != gnss::FixInvalid && !m_epochHasFix) {
+    if (record.fixMode != protocol::FixInvalid && !m_epochHasFix) {
         CountFix(record, time);
     }
 }
@@ -77,7 +77,7 @@ void CaptureSummary::BeginEpoch(const FixTime& time)
     m_lastTime = time;
 }
 
-void CaptureSummary::CountFix(const gnss::FixRecord& record, const FixTime& time)
+void CaptureSummary::CountFix(const protocol::FixRecord& record, const FixTime& time)
 {
     m_epochHasFix = true;
     ++m_modes[std::min<std::size_t>(record.fixMode, kFixModeCount - 1)];
@@ -88,10 +88,10 @@ void CaptureSummary::CountFix(const gnss::FixRecord& record, const FixTime& time
     }
 }
 
-void CaptureSummary::OnCn0(const gnss::Cn0Record& record)
+void CaptureSummary::OnCn0(const protocol::Cn0Record& record)
 {
     for (std::size_t i = 0; i < record.count; ++i) {
-        const gnss::Cn0Entry& entry = record.entry[i];
+        const protocol::Cn0Entry& entry = record.entry[i];
         if (ConstellationSummary* constellation = Find(entry.constellation)) {
             constellation->listed.set(entry.svid);
             if (entry.inuseFlag != 0) {
@@ -106,7 +106,7 @@ void CaptureSummary::OnCn0(const gnss::Cn0Record& record)
     }
 }
 
-void CaptureSummary::OnSatPos(const gnss::SatPosRecord& record)
+void CaptureSummary::OnSatPos(const protocol::SatPosRecord& record)
 {
     for (std::size_t i = 0; i < record.count; ++i) {
         if (ConstellationSummary* constellation = Find(record.entry[i].constellation)) {
@@ -118,10 +118,10 @@ void CaptureSummary::OnSatPos(const gnss::SatPosRecord& record)
 ConstellationSummary* CaptureSummary::Find(char letter)
 {
     const auto* found =
-        std::find(std::begin(gnss::kConstellationLetters), std::end(gnss::kConstellationLetters), letter);
-    return found != std::end(gnss::kConstellationLetters)
-               ? &m_constellations[static_cast<std::size_t>(found - gnss::kConstellationLetters)]
+        std::find(std::begin(protocol::kConstellationLetters), std::end(protocol::kConstellationLetters), letter);
+    return found != std::end(protocol::kConstellationLetters)
+               ? &m_constellations[static_cast<std::size_t>(found - protocol::kConstellationLetters)]
                : nullptr;
 }
 
-} // namespace gnsslog
+} // namespace tools

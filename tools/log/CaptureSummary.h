@@ -12,7 +12,7 @@
 #include <map>
 #include <string>
 
-namespace gnsslog {
+namespace tools {
 
 /// What the records of one constellation came to.
 struct ConstellationSummary {
@@ -24,16 +24,16 @@ struct ConstellationSummary {
 };
 
 /// What a capture holds, gathered from the codec's records in memory that does not grow with the capture.
-class CaptureSummary final : public gnss::RecordSink {
+class CaptureSummary final : public codec::RecordSink {
 public:
     /// Different sentence addresses that are counted apart; further ones count together.
     static constexpr std::size_t kMostTypes = 256;
-    static constexpr std::size_t kConstellations = sizeof gnss::kConstellationLetters;
+    static constexpr std::size_t kConstellations = sizeof protocol::kConstellationLetters;
 
     void OnSentence(const char* text, std::size_t length) override;
-    void OnFix(const gnss::FixRecord& record) override;
-    void OnCn0(const gnss::Cn0Record& record) override;
-    void OnSatPos(const gnss::SatPosRecord& record) override;
+    void OnFix(const protocol::FixRecord& record) override;
+    void OnCn0(const protocol::Cn0Record& record) override;
+    void OnSatPos(const protocol::SatPosRecord& record) override;
 
     const std::map<std::string, std::uint64_t, std::less<>>& SentenceTypes() const { return m_types; }
     std::uint64_t OtherTypes() const { return m_otherTypes; }
@@ -52,17 +52,17 @@ public:
     const IntervalStatistics& Intervals() const { return m_intervals; }
 
     /// Valid when there is a fix.
-    const gnss::FixRecord& FirstFix() const { return m_firstFix; }
+    const protocol::FixRecord& FirstFix() const { return m_firstFix; }
     const FixTime& FirstFixTime() const { return m_firstFixTime; }
     /// Time from the first epoch to the first fix, in ms.
     std::int64_t TimeToFirstFixMs() const { return m_timeToFirstFixMs; }
 
-    /// In the order of gnss::kConstellationLetters.
+    /// In the order of protocol::kConstellationLetters.
     const ConstellationSummary& Constellation(std::size_t index) const { return m_constellations[index]; }
 
 private:
     void BeginEpoch(const FixTime& time);
-    void CountFix(const gnss::FixRecord& record, const FixTime& time);
+    void CountFix(const protocol::FixRecord& record, const FixTime& time);
     ConstellationSummary* Find(char letter);
 
     std::map<std::string, std::uint64_t, std::less<>> m_types;
@@ -82,18 +82,18 @@ private:
     std::int64_t m_spanMs = 0;
     std::uint64_t m_stepsBack = 0;
     IntervalStatistics m_intervals;
-    gnss::FixRecord m_firstFix{};
+    protocol::FixRecord m_firstFix{};
     FixTime m_firstFixTime;
     std::int64_t m_timeToFirstFixMs = 0;
     std::array<ConstellationSummary, kConstellations> m_constellations;
 };
 
 /// The summary for people.
-std::string SummaryText(const std::string& name, const gnss::LinkCounters& counters,
+std::string SummaryText(const std::string& name, const codec::LinkCounters& counters,
                         const CaptureSummary& summary);
 
 /// The same as one JSON object; what is unknown is null.
-std::string SummaryJson(const std::string& name, const gnss::LinkCounters& counters,
+std::string SummaryJson(const std::string& name, const codec::LinkCounters& counters,
                         const CaptureSummary& summary);
 
-} // namespace gnsslog
+} // namespace tools

@@ -2,7 +2,7 @@
 #include "tools/log/Numbers.h"
 #include "tools/log/TrackWriter.h"
 
-namespace gnsslog {
+namespace tools {
 
 namespace {
 
@@ -17,7 +17,7 @@ public:
 
     void Point(const TrackPoint& point) override
     {
-        const gnss::FixRecord& fix = point.fix;
+        const protocol::FixRecord& fix = point.fix;
         m_line = point.time.Text();
         Number(fix.latitude, kDegreeDecimals);
         Number(fix.longitude, kDegreeDecimals);
@@ -64,4 +64,4 @@ std::unique_ptr<TrackWriter> MakeCsvWriter(LogOutput& output)
     return std::make_unique<CsvWriter>(output);
 }
 
-} // namespace gnsslog
+} // namespace tools

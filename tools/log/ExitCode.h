@@ -1,6 +1,6 @@
 #pragma once
 
-namespace gnsslog {
+namespace tools {
 
 /// What the program tells its caller. Scripts go by these numbers.
 enum ExitCode {
@@ -11,4 +11,4 @@ enum ExitCode {
     kOutputFailed = 4,
 };
 
-} // namespace gnsslog
+} // namespace tools

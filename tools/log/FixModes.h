@@ -2,7 +2,7 @@
 
 #include "protocol/Records.h"
 
-namespace gnsslog {
+namespace tools {
 
 struct FixModeName {
     const char* name; ///< as written to all formats
@@ -16,11 +16,11 @@ constexpr FixModeName kFixModes[] = {
     {"estimated", "none"}, {"manual", "none"},    {"simulated", "none"},
 };
 constexpr std::size_t kFixModeCount = sizeof kFixModes / sizeof kFixModes[0];
-static_assert(kFixModeCount == gnss::FixSimulated + 1);
+static_assert(kFixModeCount == protocol::FixSimulated + 1);
 
 inline const FixModeName& NameOfFixMode(std::uint8_t mode)
 {
     return kFixModes[mode < kFixModeCount ? mode : 0];
 }
 
-} // namespace gnsslog
+} // namespace tools

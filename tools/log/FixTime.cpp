@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace gnsslog {
+namespace tools {
 
 namespace {
 
@@ -15,7 +15,7 @@ constexpr unsigned kLongestMinute = 60999;
 
 } // namespace
 
-FixTime::FixTime(const gnss::FixRecord& fix)
+FixTime::FixTime(const protocol::FixRecord& fix)
     : m_known(fix.year != 0 || fix.hour != 0 || fix.minute != 0 || fix.second > 0),
       m_year(static_cast<int>(fix.year)), m_month(fix.month), m_day(fix.day), m_hour(fix.hour),
       m_minute(fix.minute)
@@ -77,4 +77,4 @@ std::int64_t FixTime::DayNumber() const
     return year * 365 + year / 4 - year / 100 + year / 400 + (month * 153 + 2) / 5 + m_day;
 }
 
-} // namespace gnsslog
+} // namespace tools

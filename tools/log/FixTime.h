@@ -5,13 +5,13 @@
 #include <cstdint>
 #include <string>
 
-namespace gnsslog {
+namespace tools {
 
 /// The UTC time of an epoch, in whole milliseconds, as far as the receiver has told it.
 class FixTime {
 public:
     FixTime() = default;
-    explicit FixTime(const gnss::FixRecord& fix);
+    explicit FixTime(const protocol::FixRecord& fix);
 
     /// False where neither date nor time of day was told.
     bool Known() const { return m_known; }
@@ -39,4 +39,4 @@ private:
     unsigned m_millisecond = 0; ///< of the minute, 0 to 60999
 };
 
-} // namespace gnsslog
+} // namespace tools

@@ -2,7 +2,7 @@
 #include "tools/log/Numbers.h"
 #include "tools/log/TrackWriter.h"
 
-namespace gnsslog {
+namespace tools {
 
 namespace {
 
@@ -14,7 +14,7 @@ public:
 
     void Point(const TrackPoint& point) override
     {
-        const gnss::FixRecord& fix = point.fix;
+        const protocol::FixRecord& fix = point.fix;
         m_text = m_first ? "\n" : ",\n";
         m_first = false;
         m_text += "{\"type\":\"Feature\",\"geometry\":{\"type\":\"Point\",\"coordinates\":[";
@@ -73,4 +73,4 @@ std::unique_ptr<TrackWriter> MakeGeoJsonWriter(LogOutput& output)
     return std::make_unique<GeoJsonWriter>(output);
 }
 
-} // namespace gnsslog
+} // namespace tools

@@ -2,7 +2,7 @@
 #include "tools/log/Numbers.h"
 #include "tools/log/TrackWriter.h"
 
-namespace gnsslog {
+namespace tools {
 
 namespace {
 
@@ -21,7 +21,7 @@ public:
 
     void Point(const TrackPoint& point) override
     {
-        const gnss::FixRecord& fix = point.fix;
+        const protocol::FixRecord& fix = point.fix;
         m_text.clear();
         if (point.beginsSegment || !m_open) {
             m_text = m_open ? "</trkseg>\n<trkseg>\n" : "<trkseg>\n";
@@ -92,4 +92,4 @@ std::unique_ptr<TrackWriter> MakeGpxWriter(LogOutput& output)
     return std::make_unique<GpxWriter>(output);
 }
 
-} // namespace gnsslog
+} // namespace tools

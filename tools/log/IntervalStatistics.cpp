@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace gnsslog {
+namespace tools {
 
 void IntervalStatistics::Add(const FixTime& from, std::int64_t milliseconds)
 {
@@ -53,4 +53,4 @@ IntervalStatistics::Gaps IntervalStatistics::FindGaps() const
     return gaps;
 }
 
-} // namespace gnsslog
+} // namespace tools

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace gnsslog {
+namespace tools {
 
 /// The times between one epoch and the next of a capture of any length, in memory of fixed size.
 class IntervalStatistics {
@@ -40,4 +40,4 @@ private:
     std::vector<Gap> m_longest; ///< the longest ones so far, in the order of the capture
 };
 
-} // namespace gnsslog
+} // namespace tools

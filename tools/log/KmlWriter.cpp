@@ -2,7 +2,7 @@
 #include "tools/log/Numbers.h"
 #include "tools/log/TrackWriter.h"
 
-namespace gnsslog {
+namespace tools {
 
 namespace {
 
@@ -97,4 +97,4 @@ std::unique_ptr<TrackWriter> MakeKmlWriter(LogOutput& output)
     return std::make_unique<KmlWriter>(output);
 }
 
-} // namespace gnsslog
+} // namespace tools

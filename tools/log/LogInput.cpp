@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace gnsslog {
+namespace tools {
 
 LogInput::~LogInput()
 {
@@ -54,4 +54,4 @@ std::size_t LogInput::Read(char* bytes, std::size_t size)
     return static_cast<std::size_t>(count);
 }
 
-} // namespace gnsslog
+} // namespace tools

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace gnsslog {
+namespace tools {
 
 /// A file or standard input, read from front to back in blocks.
 class LogInput {
@@ -39,4 +39,4 @@ private:
     std::uint64_t m_position = 0;
 };
 
-} // namespace gnsslog
+} // namespace tools

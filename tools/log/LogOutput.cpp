@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace gnsslog {
+namespace tools {
 
 LogOutput::~LogOutput()
 {
@@ -88,4 +88,4 @@ void LogOutput::Fail()
     m_error = m_name + ": " + std::strerror(errno);
 }
 
-} // namespace gnsslog
+} // namespace tools

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace gnsslog {
+namespace tools {
 
 /// A file or standard output, written through one buffer of fixed size.
 class LogOutput {
@@ -45,4 +45,4 @@ private:
     std::size_t m_used = 0;
 };
 
-} // namespace gnsslog
+} // namespace tools

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace gnsslog {
+namespace tools {
 
 namespace {
 
@@ -106,4 +106,4 @@ std::string XmlEscaped(std::string_view bytes)
     });
 }
 
-} // namespace gnsslog
+} // namespace tools

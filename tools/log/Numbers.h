@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace gnsslog {
+namespace tools {
 
 // Numbers as text, the same in every locale.
 
@@ -20,4 +20,4 @@ std::string JsonEscaped(std::string_view bytes);
 /// The content of an XML element, with the same care.
 std::string XmlEscaped(std::string_view bytes);
 
-} // namespace gnsslog
+} // namespace tools

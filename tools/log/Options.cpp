@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace gnsslog {
+namespace tools {
 
 namespace {
 
@@ -217,4 +217,4 @@ OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& o
     return Parser(arguments, options, text).Run();
 }
 
-} // namespace gnsslog
+} // namespace tools

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace gnsslog {
+namespace tools {
 
 enum class Command { Info, Nmea, Csv, Gpx, Kml, GeoJson };
 
@@ -25,4 +25,4 @@ enum class OptionsResult {
 /// Reads what follows the program's name. Options and the file may stand in any order; "--" ends the options.
 OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& text);
 
-} // namespace gnsslog
+} // namespace tools

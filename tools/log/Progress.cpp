@@ -6,7 +6,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-namespace gnsslog {
+namespace tools {
 
 namespace {
 
@@ -98,4 +98,4 @@ void Progress::Clear()
     }
 }
 
-} // namespace gnsslog
+} // namespace tools

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace gnsslog {
+namespace tools {
 
 /// The line that tells how far a file has been read, `width` columns at most. `total` 0 means unknown.
 std::string ProgressText(std::uint64_t done, std::uint64_t total, double seconds, int width);
@@ -33,4 +33,4 @@ private:
     Clock::time_point m_next;
 };
 
-} // namespace gnsslog
+} // namespace tools

@@ -13,7 +13,7 @@
 #include <memory>
 #include <unistd.h>
 
-namespace gnsslog {
+namespace tools {
 
 namespace {
 
@@ -37,7 +37,7 @@ private:
     ExitCode Open();
     bool WritesToTerminal() const { return ::isatty(m_output.Descriptor()) == 1; }
     void ReadToEnd(const TakeBlock& take);
-    void Decode(gnss::Codec& codec);
+    void Decode(codec::Codec& codec);
     ExitCode Finish(bool found, const char* missing);
     ExitCode ExtractNmea();
     ExitCode Summarize();
@@ -123,12 +123,12 @@ ExitCode Job::Finish(bool found, const char* missing)
 
 ExitCode Job::ExtractNmea()
 {
-    NmeaBuff buff{};
+    protocol::NmeaBuff buff{};
     bool found = false;
     ReadToEnd([&](const char* bytes, std::size_t count) {
         const char* p = bytes;
-        NmeaSentence sentence;
-        while (NextNmeaSentence(buff, p, bytes + count, EndsInChecksum, sentence)) {
+        protocol::NmeaSentence sentence;
+        while (protocol::NextNmeaSentence(buff, p, bytes + count, protocol::EndsInChecksum, sentence)) {
             found = true;
             m_output.Write(sentence.text, sentence.length);
         }
@@ -136,7 +136,7 @@ ExitCode Job::ExtractNmea()
     return Finish(found, "no sentence found");
 }
 
-void Job::Decode(gnss::Codec& codec)
+void Job::Decode(codec::Codec& codec)
 {
     ReadToEnd([&](const char* bytes, std::size_t count) {
         codec.Decode(reinterpret_cast<const std::uint8_t*>(bytes), count);
@@ -147,9 +147,9 @@ void Job::Decode(gnss::Codec& codec)
 ExitCode Job::Summarize()
 {
     CaptureSummary summary;
-    const auto codec = std::make_unique<gnss::Codec>(&summary);
+    const auto codec = std::make_unique<codec::Codec>(&summary);
     Decode(*codec);
-    const gnss::LinkCounters& counters = codec->Counters();
+    const codec::LinkCounters& counters = codec->Counters();
     const auto report = m_options.json ? SummaryJson : SummaryText;
     m_output.Write(report(m_input.Name(), counters, summary));
     return Finish(counters.sentences + counters.frames > 0, "no sentence and no frame found");
@@ -159,7 +159,7 @@ ExitCode Job::WriteTrack(std::unique_ptr<TrackWriter> writer)
 {
     writer->Begin(m_input.Name());
     TrackCollector collector([&](const TrackPoint& point) { writer->Point(point); });
-    const auto codec = std::make_unique<gnss::Codec>(&collector);
+    const auto codec = std::make_unique<codec::Codec>(&collector);
     Decode(*codec);
     collector.Finish();
     writer->End();
@@ -173,4 +173,4 @@ ExitCode Run(const Options& options)
     return Job(options).Run();
 }
 
-} // namespace gnsslog
+} // namespace tools

@@ -3,9 +3,9 @@
 #include "tools/log/ExitCode.h"
 #include "tools/log/Options.h"
 
-namespace gnsslog {
+namespace tools {
 
 /// Carries out a command; messages go to standard error, one line each, "gnss-log: WHAT: WHY".
 ExitCode Run(const Options& options);
 
-} // namespace gnsslog
+} // namespace tools

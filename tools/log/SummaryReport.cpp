@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace gnsslog {
+namespace tools {
 
 namespace {
 
@@ -71,7 +71,7 @@ void AppendFixes(std::string& text, const CaptureSummary& summary)
     text += Line("fixes",
                  std::to_string(summary.Fixes()) + " in " + Plural(summary.Epochs(), "epoch", "epochs") + modes);
     if (summary.Fixes() > 0) {
-        const gnss::FixRecord& fix = summary.FirstFix();
+        const protocol::FixRecord& fix = summary.FirstFix();
         std::string first = summary.FirstFixTime().Text();
         first += first.empty() ? "" : ", ";
         first += Seconds(summary.TimeToFirstFixMs()) + " s after the first epoch, at " +
@@ -172,7 +172,7 @@ std::string JsonFirstFix(const CaptureSummary& summary)
     if (summary.Fixes() == 0) {
         return "null";
     }
-    const gnss::FixRecord& fix = summary.FirstFix();
+    const protocol::FixRecord& fix = summary.FirstFix();
     JsonObject object(2);
     object.AddString("time", summary.FirstFixTime().Text());
     object.Add("seconds_after_first_epoch", Seconds(summary.TimeToFirstFixMs()));
@@ -219,7 +219,8 @@ std::string JsonConstellations(const CaptureSummary& summary)
 
 } // namespace
 
-std::string SummaryText(const std::string& name, const gnss::LinkCounters& counters, const CaptureSummary& summary)
+std::string SummaryText(const std::string& name, const codec::LinkCounters& counters,
+                        const CaptureSummary& summary)
 {
     std::string text = Line("file", name);
     text += Line("bytes", std::to_string(counters.bytes) + ", of them " + std::to_string(counters.droppedBytes) +
@@ -235,7 +236,8 @@ std::string SummaryText(const std::string& name, const gnss::LinkCounters& count
     return text;
 }
 
-std::string SummaryJson(const std::string& name, const gnss::LinkCounters& counters, const CaptureSummary& summary)
+std::string SummaryJson(const std::string& name, const codec::LinkCounters& counters,
+                        const CaptureSummary& summary)
 {
     const std::int64_t typical = summary.Intervals().Typical();
     JsonObject object(0);
@@ -272,4 +274,4 @@ std::string SummaryJson(const std::string& name, const gnss::LinkCounters& count
     return object.Text() + '\n';
 }
 
-} // namespace gnsslog
+} // namespace tools

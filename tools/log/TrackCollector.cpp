@@ -2,9 +2,9 @@
 
 #include <cstring>
 
-namespace gnsslog {
+namespace tools {
 
-void TrackCollector::OnFix(const gnss::FixRecord& record)
+void TrackCollector::OnFix(const protocol::FixRecord& record)
 {
     Finish();
     TrackPoint point;
@@ -12,7 +12,7 @@ void TrackCollector::OnFix(const gnss::FixRecord& record)
     point.time = FixTime(record);
     // One epoch may come without a fix first and then, when a later sentence has it, with one.
     m_interrupted = m_interrupted || (m_lost && !point.time.IsSame(m_lostTime));
-    m_lost = record.fixMode == gnss::FixInvalid;
+    m_lost = record.fixMode == protocol::FixInvalid;
     if (m_lost) {
         m_lostTime = point.time;
         return;
@@ -30,9 +30,9 @@ void TrackCollector::OnFix(const gnss::FixRecord& record)
 
 void TrackCollector::OnMessage(std::uint32_t msgType, const std::uint8_t* record, std::size_t payloadLength)
 {
-    if (msgType == gnss::MsgTypeGga && payloadLength == sizeof(gnss::MsgGga) && m_pending) {
-        gnss::MsgGga gga;
-        std::memcpy(&gga, record + gnss::kMessageHeaderSize, sizeof gga);
+    if (msgType == protocol::MsgTypeGga && payloadLength == sizeof(protocol::MsgGga) && m_pending) {
+        protocol::MsgGga gga;
+        std::memcpy(&gga, record + protocol::kMessageHeaderSize, sizeof gga);
         m_point.satellites = gga.svNumInUse;
         // A record without an altitude holds 0, which may also be one.
         m_altitudeTold = m_altitudeTold || (gga.valid != 0 && gga.altitudeUnits == 'M');
@@ -49,4 +49,4 @@ void TrackCollector::Finish()
     }
 }
 
-} // namespace gnsslog
+} // namespace tools

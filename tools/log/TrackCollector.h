@@ -6,11 +6,11 @@
 #include <cstdint>
 #include <functional>
 
-namespace gnsslog {
+namespace tools {
 
 /// One fix of a track.
 struct TrackPoint {
-    gnss::FixRecord fix{};
+    protocol::FixRecord fix{};
     FixTime time;
     int satellites = -1;       ///< used in the fix; -1 unknown
     bool hasAltitude = false;  ///< the capture has told an altitude so far
@@ -19,14 +19,14 @@ struct TrackPoint {
 
 /// Makes track points of a codec's records. A point goes out when the next fix comes, since what belongs to
 /// it may follow it.
-class TrackCollector final : public gnss::RecordSink {
+class TrackCollector final : public codec::RecordSink {
 public:
     static constexpr std::int64_t kLongestStepMs = 60000; ///< a longer one interrupts the track
 
     using Take = std::function<void(const TrackPoint&)>;
     explicit TrackCollector(Take take) : m_take(std::move(take)) {}
 
-    void OnFix(const gnss::FixRecord& record) override;
+    void OnFix(const protocol::FixRecord& record) override;
     void OnMessage(std::uint32_t msgType, const std::uint8_t* record, std::size_t payloadLength) override;
 
     /// Gives out the last point, after the codec's end of input.
@@ -44,4 +44,4 @@ private:
     std::uint64_t m_points = 0;
 };
 
-} // namespace gnsslog
+} // namespace tools

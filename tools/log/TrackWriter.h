@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-namespace gnsslog {
+namespace tools {
 
 /// Writes a track in one format, point by point; the memory it needs does not grow with the track. What it
 /// writes is well-formed also when there was no point.
@@ -38,4 +38,4 @@ constexpr int kSpeedDecimals = 3;
 constexpr int kCourseDecimals = 2;
 constexpr int kDopDecimals = 2;
 
-} // namespace gnsslog
+} // namespace tools

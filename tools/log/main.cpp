@@ -7,17 +7,17 @@
 int main(int argc, char** argv)
 {
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
-    gnsslog::Options options;
+    tools::Options options;
     std::string text;
-    switch (gnsslog::ParseOptions(arguments, options, text)) {
-    case gnsslog::OptionsResult::Told:
-        return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? gnsslog::kDone
-                                                                                 : gnsslog::kOutputFailed;
-    case gnsslog::OptionsResult::Bad:
+    switch (tools::ParseOptions(arguments, options, text)) {
+    case tools::OptionsResult::Told:
+        return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? tools::kDone
+                                                                                 : tools::kOutputFailed;
+    case tools::OptionsResult::Bad:
         std::fprintf(stderr, "gnss-log: %s (--help tells more)\n", text.c_str());
-        return gnsslog::kUsage;
-    case gnsslog::OptionsResult::Run:
+        return tools::kUsage;
+    case tools::OptionsResult::Run:
         break;
     }
-    return gnsslog::Run(options);
+    return tools::Run(options);
 }

@@ -43,16 +43,16 @@ NMEAViewWin::NMEAViewWin(QWidget* parent) : LogTextView("nmea", nullptr, parent)
 
 void NMEAViewWin::OnRecord(const void* buffer, int length)
 {
-    const RecordCopy record(buffer, length, sizeof(gnss::NmeaText), "NMEAViewWin");
+    const RecordCopy record(buffer, length, sizeof(protocol::NmeaText), "NMEAViewWin");
     if (record.IsDropped()) {
         return;
     }
     // A record that ends before its count has none.
-    const std::size_t count =
-        record.HeldEntries(record.At<std::uint8_t>(offsetof(gnss::NmeaText, count)), 0, gnss::kNmeaSlotSize);
+    const std::size_t count = record.HeldEntries(record.At<std::uint8_t>(offsetof(protocol::NmeaText, count)), 0,
+                                                 protocol::kNmeaSlotSize);
     for (std::size_t i = 0; i < count; ++i) {
-        const char* slot = record.Data() + i * gnss::kNmeaSlotSize;
-        const std::size_t size = strnlen(slot, gnss::kNmeaSlotSize);
+        const char* slot = record.Data() + i * protocol::kNmeaSlotSize;
+        const std::size_t size = strnlen(slot, protocol::kNmeaSlotSize);
         const QString sentence = ShownSentence(slot, size);
         if (sentence.isEmpty()) {
             continue;

@@ -48,7 +48,7 @@ QStandardItemModel* MakeList(const MessageShape& shape, QObject* parent)
 
 QString MessageName(const MessageShape& shape)
 {
-    return gnss::FindMessageLayout(shape.msgType)->name;
+    return protocol::FindMessageLayout(shape.msgType)->name;
 }
 
 QVector<QStandardItemModel*> MakeMessageModels(const MessageShape& shape, QObject* parent)

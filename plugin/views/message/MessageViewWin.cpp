@@ -72,15 +72,17 @@ MessageViewWin::MessageViewWin(QWidget* parent) : QWidget(parent)
 
 void MessageViewWin::OnRecord(const void* buffer, int length)
 {
-    const RecordCopy record(buffer, length, gnss::kMessageHeaderSize + sizeof(gnss::MsgMeas), "MessageViewWin");
-    if (record.IsDropped() || record.Size() < gnss::kMessageHeaderSize) {
+    const RecordCopy record(buffer, length, protocol::kMessageHeaderSize + sizeof(protocol::MsgMeas),
+                            "MessageViewWin");
+    if (record.IsDropped() || record.Size() < protocol::kMessageHeaderSize) {
         return;
     }
     const MessageShape* shape = FindMessageShape(record.At<std::uint32_t>(0));
     if (shape == nullptr) {
         return;
     }
-    m_right->SetValues(*shape, record.Data() + gnss::kMessageHeaderSize, record.Size() - gnss::kMessageHeaderSize);
+    m_right->SetValues(*shape, record.Data() + protocol::kMessageHeaderSize,
+                       record.Size() - protocol::kMessageHeaderSize);
 }
 
 void MessageViewWin::SlotUpdateRightWin(QTreeWidgetItem* item, int)

@@ -51,7 +51,7 @@ void MsgViewRightWin::ShowMessage(const QString& title, const QString& type, int
         if (MessageName(shape) != type) {
             continue;
         }
-        ui->satInfo->setVisible(shape.msgType == gnss::MsgTypeGsv);
+        ui->satInfo->setVisible(shape.msgType == protocol::MsgTypeGsv);
         QStandardItemModel* model = m_models.value(type).value(block);
         if (model == ui->tableView->model()) {
             return;

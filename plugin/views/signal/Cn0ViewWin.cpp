@@ -63,7 +63,7 @@ Cn0ViewWin::Cn0ViewWin(QWidget* parent)
 
 void Cn0ViewWin::OnRecord(const void* buffer, int length)
 {
-    const RecordCopy record(buffer, length, sizeof(gnss::Cn0Record), "Cn0ViewWin");
+    const RecordCopy record(buffer, length, sizeof(protocol::Cn0Record), "Cn0ViewWin");
     if (record.IsDropped()) {
         return;
     }

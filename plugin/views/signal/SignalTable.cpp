@@ -18,12 +18,12 @@ void SignalTable::Fill(const RecordCopy& record)
     trackedCount = {};
     usedCount = {};
 
-    constexpr std::size_t first = offsetof(gnss::Cn0Record, entry);
-    const std::size_t count = record.HeldEntries(record.At<std::uint8_t>(0), first, sizeof(gnss::Cn0Entry));
+    constexpr std::size_t first = offsetof(protocol::Cn0Record, entry);
+    const std::size_t count = record.HeldEntries(record.At<std::uint8_t>(0), first, sizeof(protocol::Cn0Entry));
     visibleCount[0] = static_cast<int>(count);
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t offset = first + i * sizeof(gnss::Cn0Entry);
-        const auto entry = record.At<gnss::Cn0Entry>(offset);
+        const std::size_t offset = first + i * sizeof(protocol::Cn0Entry);
+        const auto entry = record.At<protocol::Cn0Entry>(offset);
         if (entry.cn0 != 0) {
             ++trackedCount[0];
         }
@@ -45,7 +45,7 @@ void SignalTable::Fill(const RecordCopy& record)
         }
         Signal signal{entry.svid, entry.cn0, entry.inuseFlag, 0.0F};
         if (memcpy_s(&signal.carrierFreq, sizeof(signal.carrierFreq),
-                     record.Data() + offset + offsetof(gnss::Cn0Entry, carrierFreq),
+                     record.Data() + offset + offsetof(protocol::Cn0Entry, carrierFreq),
                      sizeof(signal.carrierFreq)) != 0) {
             qDebug().noquote().nospace() << "memcpy Cn0ViewWin freq error!";
         }

@@ -53,15 +53,15 @@ SatellitesPosViewWin::SatellitesPosViewWin(QWidget* parent)
 
 void SatellitesPosViewWin::OnRecord(const void* buffer, int length)
 {
-    const RecordCopy record(buffer, length, sizeof(gnss::SatPosRecord), "SatellitesPosViewWin");
+    const RecordCopy record(buffer, length, sizeof(protocol::SatPosRecord), "SatellitesPosViewWin");
     if (record.IsDropped()) {
         return;
     }
-    constexpr std::size_t first = offsetof(gnss::SatPosRecord, entry);
-    const std::size_t count = record.HeldEntries(record.At<std::uint8_t>(0), first, sizeof(gnss::SatPosEntry));
+    constexpr std::size_t first = offsetof(protocol::SatPosRecord, entry);
+    const std::size_t count = record.HeldEntries(record.At<std::uint8_t>(0), first, sizeof(protocol::SatPosEntry));
     satList.clear();
     for (std::size_t i = 0; i < count; ++i) {
-        const auto entry = record.At<gnss::SatPosEntry>(first + i * sizeof(gnss::SatPosEntry));
+        const auto entry = record.At<protocol::SatPosEntry>(first + i * sizeof(protocol::SatPosEntry));
         satList.push_back(entry);
         // Hidden constellations are folded in as well.
         m_map.Fold(entry.elevation, entry.azimuth, entry.cn0);
@@ -244,7 +244,7 @@ void SatellitesPosViewWin::PaintSatellites(QPainter& painter)
         return;
     }
     painter.setFont(PixelFont(font(), 13));
-    for (const gnss::SatPosEntry& satellite : satList) {
+    for (const protocol::SatPosEntry& satellite : satList) {
         const int index = ConstellationIndex(satellite.constellation);
         if (!ShowsConstellation(index)) {
             continue;

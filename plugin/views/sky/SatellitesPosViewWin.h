@@ -50,7 +50,7 @@ private:
     QPixmap Dot(const QColor& fill, qreal devicePixelRatio);
     void PaintSatellites(QPainter& painter);
 
-    std::vector<gnss::SatPosEntry> satList;
+    std::vector<protocol::SatPosEntry> satList;
     SkyMap m_map;
     ConstellationLegend m_legend;
     NumberLabels m_labels;

@@ -76,18 +76,19 @@ PositioningViewWin::~PositioningViewWin()
 
 void PositioningViewWin::OnRecord(const void* buffer, int length)
 {
-    const RecordCopy record(buffer, length, sizeof(gnss::PositionRecord), "PositioningViewWin");
+    const RecordCopy record(buffer, length, sizeof(protocol::PositionRecord), "PositioningViewWin");
     // A record cut short within its position holds none.
-    if (record.IsDropped() || record.Size() < offsetof(gnss::PositionRecord, altitude)) {
+    if (record.IsDropped() || record.Size() < offsetof(protocol::PositionRecord, altitude)) {
         return;
     }
     ageSeconds = 0;
     ageTimer->stop();
     ageEdit->ShowAge(ageSeconds);
-    const double latitude = record.At<double>(offsetof(gnss::PositionRecord, latitude));
-    const double longitude = record.At<double>(offsetof(gnss::PositionRecord, longitude));
+    const double latitude = record.At<double>(offsetof(protocol::PositionRecord, latitude));
+    const double longitude = record.At<double>(offsetof(protocol::PositionRecord, longitude));
     pointList.push_back({latitude, longitude});
-    trackPoints.push_back({record.At<std::uint8_t>(offsetof(gnss::PositionRecord, fixMode)), latitude, longitude});
+    trackPoints.push_back(
+        {record.At<std::uint8_t>(offsetof(protocol::PositionRecord, fixMode)), latitude, longitude});
     m_refresh->Request();
     ageTimer->start(kAgeTick);
 }
