@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Figures of the assistance, over the whole road: window, local service, seed decoder, codec and virtual receiver.
 //
 //   AssistBench [RUNS]    time of a whole offline injection (14 items) and of a whole online one (25 items),

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "codec/CallbackSink.h"
 #include "codec/Codec.h"
 #include "codec/Geodesy.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decodes standard input with every callback set, as the workbench does, and tells what came out. The whole
 // process is what bench/codec-throughput.sh times beside other decoders.
 

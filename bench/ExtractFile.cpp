@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Extracts the sentences of a file the way the window does: its own reads, its own output file.
 
 #include "production/NmeaExtract.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cost of one "Meas" and one "GSV" message in the message view, from the record to the painted table, beside a
 // table that gets a new item for every value:
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes a raw capture of any size to standard output: NMEA epochs, binary frames, bursts of line noise and
 // damaged sentences, the same bytes for the same seed.
 //

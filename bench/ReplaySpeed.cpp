@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Replays a capture in the window with every view open, at top speed: chunks a second that really come, and how
 // long one chunk takes from the codec to the painted views. To be run in a folder of its own, where the logs go.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Figures of the production test:
 //
 //   StationBench scan <FILE                            the sentences of a capture through scan and epoch store

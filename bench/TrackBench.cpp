@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The track plot's repaint beside the plain loop that converts each point by a call of its own and draws one
 // ellipse a point. Both convert every point at every paint. The counters give milliseconds of processor time of
 // one paint and their ratio.

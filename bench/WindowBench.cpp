@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Figures of the whole window over the open codec, each beside what a user could do instead in the same run:
 //
 //   WindowBench tick FILE...     CPU time of one 10 ms tick at 100 kB/s with the default views, beside a bare

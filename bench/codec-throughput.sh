@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Throughput of the codec beside gpsdecode (package gpsd-clients) on the same bytes in the same run, as whole
 # processes, with the ratio of the two. Processor time counts, so that other work on the machine does not.
 #

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # NMEA extraction from a noisy capture, beside grep with the same pattern on the same bytes in the same run:
 # speed, memory, and whether the outputs are the same byte for byte. And the summary of the same capture.
 # The speed is given by the clock and by processor time, which other work on the machine disturbs less.

@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # The production test's way from bytes to an epoch's satellites, beside grep that only finds the same sentences and
 # gpsdecode that decodes them (package gpsd-clients): whole processes on the same bytes in the same run. Processor
 # time counts, so that other work on the machine does not.

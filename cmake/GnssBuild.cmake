@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Compiler settings and the two helpers that keep the folders' lists short.
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The installed tree is the build tree's bin folder: everything lies beside the program.
 #   cmake --install build/release --prefix DIR
 install(TARGETS gnss_workbench_host RUNTIME DESTINATION .)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by ./run, ./test and .ci/run: installs what is missing and builds. Expects $root.
 
 fail()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "codec/Codec.h"
 
 #include "codec/link/CommandEncoder.h"

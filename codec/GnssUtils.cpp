@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "codec/GnssUtils.h"
 
 #include "codec/CallbackSink.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // The boundary of the codec: these ten functions and nothing else are exported. Calls before InitGnssUtils

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "codec/RecordSink.h"
 
 namespace codec {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // libFuzzer target for the codec's receive side: bytes in, cut where the input says, every record checked
 // against what its buffer can hold, and the same bytes in one piece must give the same records.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What lies beside the program: the configuration set and the archiver. The codec and the plug-in come from their
 # own folders.
 set(GNSS_SET "${GNSS_BIN}/Source-Datas/config/1")

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // The tags of the online assistance's reply body and the commands that carry their records to the receiver; free

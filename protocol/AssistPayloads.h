@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // The payloads of the assistance items, shared by the seed decoder, the assistance service and the virtual

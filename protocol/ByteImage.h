@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Writing and reading of little-endian images, and the check that ends them; free of Qt.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // The commands that cross the link towards the receiver and the payload lengths that each accepts: shared by

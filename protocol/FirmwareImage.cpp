@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/FirmwareImage.h"
 
 #include <algorithm>

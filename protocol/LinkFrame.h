@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // The receiver link's frame and its ids: shared by the codec and the virtual receiver, free of Qt.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Payloads of MessageRecord (callback 300). A record is a u32 msgType, then from its fifth byte on one of

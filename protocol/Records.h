@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Byte images of the records that cross the codec boundary: little-endian, natural alignment unless a

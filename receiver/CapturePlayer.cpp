@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/CapturePlayer.h"
 
 #include "receiver/FaultyOutput.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/CommandRules.h"
 
 #include "receiver/Assistance.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/Faults.h"
 
 #include "receiver/FaultTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/HostStream.h"
 
 #include "protocol/LoaderMessages.h"

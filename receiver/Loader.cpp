@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/Loader.h"
 
 #include "protocol/LoaderMessages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/Memory.h"
 
 #include "protocol/Crc32.h"

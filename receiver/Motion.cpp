@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/Motion.h"
 
 #include "receiver/TextNumbers.h"

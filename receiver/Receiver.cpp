@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/Receiver.h"
 
 #include "receiver/ReportWriter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the receiver takes commands: see Receiver.h.
 
 #include "receiver/Receiver.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/Session.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/Sky.h"
 
 #include "receiver/Random.h"

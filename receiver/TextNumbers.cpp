@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/TextNumbers.h"
 
 #include <charconv>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/Transcript.h"
 
 #include "receiver/TextNumbers.h"

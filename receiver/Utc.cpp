@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/Utc.h"
 
 #include "receiver/TextNumbers.h"

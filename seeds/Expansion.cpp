@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "seeds/Expansion.h"
 
 #include <cmath>

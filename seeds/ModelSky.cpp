@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "seeds/ModelSky.h"
 
 #include "receiver/Orbits.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "seeds/PgnssDecoder.h"
 
 #include "seeds/SeedFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "seeds/SampleScenes.h"
 
 #include "receiver/TextNumbers.h"

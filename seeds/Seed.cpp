@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "seeds/Seed.h"
 
 #include <cmath>

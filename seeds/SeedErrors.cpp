@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "seeds/SeedErrors.h"
 
 namespace seeds {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "seeds/SeedFile.h"
 
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "service/Certificate.h"
 
 #include "service/PrivateFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "service/Credentials.h"
 
 #include "service/PrivateFile.h"

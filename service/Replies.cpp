@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "service/Replies.h"
 
 #include "protocol/AgnssTags.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "service/RequestCheck.h"
 
 #include <openssl/crypto.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "service/ServiceFaults.h"
 
 #include "receiver/FaultTable.h"

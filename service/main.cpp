@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "service/AssistServer.h"
 #include "service/Options.h"
 

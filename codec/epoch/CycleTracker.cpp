@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "codec/epoch/CycleTracker.h"
 
 namespace codec {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "codec/epoch/EpochBuilder.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "codec/epoch/FixOutput.h"
 
 #include <cstddef>

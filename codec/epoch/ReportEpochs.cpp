@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "codec/epoch/ReportEpochs.h"
 
 #include "codec/Geodesy.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "codec/link/CommandEncoder.h"
 
 #include "codec/link/Hex.h"

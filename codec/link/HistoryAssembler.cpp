@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "codec/link/HistoryAssembler.h"
 
 #include <cstring>

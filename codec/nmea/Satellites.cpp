@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "codec/nmea/Satellites.h"
 
 namespace codec {

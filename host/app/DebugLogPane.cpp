@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/app/DebugLogPane.h"
 
 #include "host/app/DebugLog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/app/HostSession.h"
 
 #include "host/app/AssistConfig.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/app/HostWindow.h"
 
 #include "host/app/DebugLogPane.h"

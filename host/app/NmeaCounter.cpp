@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/app/NmeaCounter.h"
 
 #include <QList>

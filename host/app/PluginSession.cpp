@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/app/PluginSession.h"
 
 #include "entry/MainInterface.h"

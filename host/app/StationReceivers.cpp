@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/app/StationReceivers.h"
 
 #include "host/app/SerialPortsVariable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/support/CProductVersion.h"
 
 #include "host/support/HostSupportConfig.h"

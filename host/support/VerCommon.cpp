@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/support/VerCommon.h"
 
 #include "host/support/HostSupportConfig.h"

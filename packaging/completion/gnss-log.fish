@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # fish completion for gnss-log
 
 set -l commands info nmea csv gpx kml geojson help

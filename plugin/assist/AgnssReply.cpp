@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/AgnssReply.h"
 
 #include "protocol/AgnssTags.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/AssistDeployment.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/AssistOffline.h"
 
 #include "ui_AssistOffline.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/AssistOnline.h"
 
 #include "ui_AssistOnline.h"

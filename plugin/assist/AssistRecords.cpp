@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/AssistRecords.h"
 
 #include "protocol/LinkFrame.h"

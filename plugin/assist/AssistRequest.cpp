@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The HMAC functions are deprecated since OpenSSL 3.
 #define OPENSSL_API_COMPAT 10100
 

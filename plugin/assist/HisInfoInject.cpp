@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/HisInfoInject.h"
 
 #include "assist/AssistRecords.h"

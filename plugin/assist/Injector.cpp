@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/Injector.h"
 
 #include "base/CommandTexts.h"

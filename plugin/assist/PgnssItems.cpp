@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/PgnssItems.h"
 
 #include "assist/AssistRecords.h"

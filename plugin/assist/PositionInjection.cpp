@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/PositionInjection.h"
 
 #include "base/BoundsChecked.h"

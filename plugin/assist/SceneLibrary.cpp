@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/SceneLibrary.h"
 
 #include <QJsonArray>

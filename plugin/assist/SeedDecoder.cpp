@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/SeedDecoder.h"
 
 #include <QCoreApplication>

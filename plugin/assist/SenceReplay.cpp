@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/SenceReplay.h"
 
 #include "ui_SenceReplay.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/GnssAck.h"
 
 #include "base/BoundsChecked.h"

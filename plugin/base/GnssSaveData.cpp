@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/GnssSaveData.h"
 
 #include "base/ClockText.h"

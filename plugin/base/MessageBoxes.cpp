@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/MessageBoxes.h"
 
 #include <QPointer>

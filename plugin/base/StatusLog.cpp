@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/StatusLog.h"
 
 #include "base/ProcessState.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/WorkingLogs.h"
 
 #include "base/GnssSaveData.h"

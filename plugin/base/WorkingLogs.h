@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// Removes the working logs under the current directory but for those that this process writes at the moment,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bridge/CallbackRouting.h"
 
 #include "base/BoundsChecked.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bridge/CommandFrame.h"
 
 CommandFrame::CommandFrame(quint32 commandId, const QByteArray& payload)

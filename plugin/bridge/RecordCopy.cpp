@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bridge/RecordCopy.h"
 
 #include "base/BoundsChecked.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// Where the codec's records go: one operation per callback number. The main window implements it and

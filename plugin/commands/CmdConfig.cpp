@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/CmdConfig.h"
 
 #include "ui_CmdConfig.h"

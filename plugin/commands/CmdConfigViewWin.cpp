@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/CmdConfigViewWin.h"
 
 #include "commands/CmdConfig.h"

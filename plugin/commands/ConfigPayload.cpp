@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/ConfigPayload.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/ConfigViewWin.h"
 
 #include "base/MessageBoxes.h"

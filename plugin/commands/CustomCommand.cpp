@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/CustomCommand.h"
 
 #include "protocol/LinkFrame.h"

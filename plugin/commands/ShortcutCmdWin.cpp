@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/ShortcutCmdWin.h"
 
 #include "bridge/CommandFrame.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "entry/Gnss.h"
 
 #include "window/GnssWindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "line/RawCapture.h"
 
 #include "line/PortList.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "performance/KpiConfig.h"
 
 #include "base/IniText.h"

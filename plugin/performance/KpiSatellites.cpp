@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "performance/KpiSatellites.h"
 
 #include "protocol/Records.h"

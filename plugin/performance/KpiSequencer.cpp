@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "performance/KpiSequencer.h"
 
 #include <QDebug>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "performance/KpiStatistics.h"
 
 #include "bridge/ClassGnss.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "performance/KpiViewWin.h"
 
 #include "ui_KpiViewWin.h"

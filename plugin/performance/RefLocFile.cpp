@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "performance/RefLocFile.h"
 
 #include "base/IniText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "performance/RefLocWin.h"
 
 #include "base/MessageBoxes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/Cn0PaintWidget.h"
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/EpochSignals.h"
 
 #include <algorithm>

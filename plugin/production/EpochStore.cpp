@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/EpochStore.h"
 
 #include "base/BoundsChecked.h"

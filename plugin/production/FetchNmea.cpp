@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/FetchNmea.h"
 
 #include "base/FileDialogs.h"

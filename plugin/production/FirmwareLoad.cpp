@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/FirmwareLoad.h"
 
 #include "production/FirmwareAnswer.h"

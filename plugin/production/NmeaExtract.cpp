@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/NmeaExtract.h"
 
 #include "base/BoundsChecked.h"

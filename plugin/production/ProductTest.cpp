@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/ProductTest.h"
 
 #include "base/FileDialogs.h"

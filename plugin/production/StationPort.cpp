@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/StationPort.h"
 
 #include "base/MessageBoxes.h"

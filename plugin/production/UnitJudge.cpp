@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/UnitJudge.h"
 
 UnitVerdict JudgeUnit(const UnitThresholds& thresholds, std::uint8_t gpsStrongest, std::uint8_t nonGpsStrongest)

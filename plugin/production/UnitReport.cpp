@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/UnitReport.h"
 
 #include <algorithm>

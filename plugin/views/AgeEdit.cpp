@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/AgeEdit.h"
 
 #include <QFontMetrics>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/BasicViewWin.h"
 
 #include "bridge/RecordCopy.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/CompassViewWin.h"
 
 #include "bridge/RecordCopy.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/ConstellationLegend.h"
 
 #include "views/Constellations.h"

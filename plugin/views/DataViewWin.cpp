@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/DataViewWin.h"
 
 #include "base/ProcessState.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/DisplayTimeZone.h"
 
 #include <QLocale>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/FixTexts.h"
 
 #include "protocol/Records.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/NumberLabels.h"
 
 #include <QPainter>

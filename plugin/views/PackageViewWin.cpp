@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/PackageViewWin.h"
 
 #include "base/GnssSaveData.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/PlotColours.h"
 
 namespace {

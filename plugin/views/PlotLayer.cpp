@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/PlotLayer.h"
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/RecordConversions.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/RecordField.h"
 
 #include "views/RecordConversions.h"

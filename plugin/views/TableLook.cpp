@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/TableLook.h"
 
 #include <QFontMetrics>

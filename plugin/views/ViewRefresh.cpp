@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/ViewRefresh.h"
 
 #include <QTimer>

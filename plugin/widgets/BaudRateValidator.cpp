@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/BaudRateValidator.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/DockTitleBar.h"
 
 #include "host/support/ImageManager.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/LeftDockWidget.h"
 
 #include "widgets/DockTitleBar.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/MyButton.h"
 
 #include <QAction>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "window/ControlTree.h"
 
 #include <QDebug>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "window/GnssWindow.h"
 
 #include "base/StatusLog.h"

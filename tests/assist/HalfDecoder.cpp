@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A seed decoder that lacks an entry point.
 
 #include <cstdint>

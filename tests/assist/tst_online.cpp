@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Acknowledge.h"
 #include "BoxAnswerer.h"
 #include "LogCatcher.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/AckWait.h"
 #include "base/GnssAck.h"
 #include "base/ProcessState.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LogFolder.h"
 #include "base/GnssSaveData.h"
 #include "base/WorkingLogs.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Files.h"
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FakeCodec.h"
 #include "LogCatcher.h"
 

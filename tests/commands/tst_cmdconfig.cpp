@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SenderTest.h"
 
 #include "commands/CmdConfig.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host with nothing of the workbench in it: it declares the interface for itself and brings its own support
 // classes, which the plug-in must call in place of those of the library it is linked with.
 

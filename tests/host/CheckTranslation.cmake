@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # cmake -DLUPDATE=... -DSOURCE_DIR=... -DCATALOGUE=name.ts -DFOLDERS="a b" -DWORK_DIR=... -P CheckTranslation.cmake
 #
 # Brings a copy of the catalogue up to date with the sources and fails when a text is then without a finished

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "entry/MainInterface.h"
 
 #include "host/support/CProductVersion.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Files.h"
 #include "host/app/Components.h"
 #include "host/app/DebugLog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Files.h"
 #include "host/app/ReceiverProcess.h"
 #include "host/support/ImageManager.h"

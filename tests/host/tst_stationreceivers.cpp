@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/app/HostOptions.h"
 #include "host/app/StationReceivers.h"
 

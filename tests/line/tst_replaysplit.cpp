@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "line/ReplaySplit.h"
 
 #include <QBuffer>

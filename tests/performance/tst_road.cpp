@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TestReceiver.h"
 #include "WindowTest.h"
 

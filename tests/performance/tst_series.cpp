@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SimulatedHost.h"
 
 #include "bridge/CallbackRouting.h"

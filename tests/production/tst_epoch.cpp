@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/EpochSignals.h"
 #include "production/EpochStore.h"
 #include "production/UnitJudge.h"

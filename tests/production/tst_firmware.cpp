@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "production/FirmwareAnswer.h"
 #include "protocol/FirmwareImage.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BoxAnswerer.h"
 #include "FakeChip.h"
 #include "FileDialogAnswerer.h"

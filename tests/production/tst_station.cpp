@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ProductTestDriver.h"
 #include "TestReceiver.h"
 

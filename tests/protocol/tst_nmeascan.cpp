@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/NmeaScan.h"
 
 #include <QRandomGenerator>

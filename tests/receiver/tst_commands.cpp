@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ReceiverDriver.h"
 
 #include "protocol/CommandTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ReceiverDriver.h"
 #include "protocol/LoaderMessages.h"
 #include "receiver/NmeaWriter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/NmeaWriter.h"
 #include "receiver/Options.h"
 #include "receiver/PtyLine.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/Epoch.h"
 #include "receiver/Motion.h"
 #include "receiver/Random.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "receiver/Assistance.h"
 #include "seeds/ModelSky.h"
 #include "seeds/SeedFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ClientSide.h"
 
 #include "service/AssistServer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A codec with only the exports, for tests: it records what it is told and calls back what it is asked to.
 // An export is left out by giving it another name at compile time (-D<name>=...).
 

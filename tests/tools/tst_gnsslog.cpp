@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "GnssLog.h"
 
 #include <QJsonArray>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/log/CaptureSummary.h"
 #include "tools/log/FixTime.h"
 #include "tools/log/IntervalStatistics.h"

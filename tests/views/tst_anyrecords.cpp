@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LogFolder.h"
 #include "PaintedViews.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PaintedViews.h"
 
 #include "views/CompassViewWin.h"

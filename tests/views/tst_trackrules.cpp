@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/TrackState.h"
 #include "views/track/AngleForm.h"
 #include "views/track/SetCenterPointWin.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PaintedViews.h"
 
 #include "base/TrackState.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/CustomBaudRateWin.h"
 #include "widgets/SerialSetting.h"
 

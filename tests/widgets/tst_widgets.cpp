@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/CustomComboBox.h"
 #include "widgets/CustomProgressBar.h"
 #include "widgets/DockTitleBar.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FileDialogAnswerer.h"
 #include "WindowTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "assist/AssistOffline.h"
 #include "assist/AssistOnline.h"
 #include "assist/HisInfoInject.h"

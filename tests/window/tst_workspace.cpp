@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LogCatcher.h"
 #include "WindowTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/firmware/ImageDescription.h"
 
 #include "protocol/LoaderMessages.h"

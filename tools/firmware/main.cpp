@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // firmware-image: writes firmware images out of descriptions, and tells what an image holds.
 
 #include "tools/firmware/ImageDescription.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/log/FixModes.h"
 #include "tools/log/Numbers.h"
 #include "tools/log/TrackWriter.h"

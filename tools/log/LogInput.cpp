@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/log/LogInput.h"
 
 #include <cerrno>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/log/Run.h"
 
 #include "codec/Codec.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/log/HexViewWin.h"
 
 #include "base/GnssSaveData.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/log/LogHistory.h"
 
 #include <algorithm>

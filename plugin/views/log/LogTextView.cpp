@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/log/LogTextView.h"
 
 #include "base/ClockText.h"

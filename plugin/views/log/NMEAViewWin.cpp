@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/log/NMEAViewWin.h"
 
 #include "base/GnssSaveData.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/message/MessageModels.h"
 
 #include <QObject>

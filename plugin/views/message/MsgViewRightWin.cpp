@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/message/MsgViewRightWin.h"
 
 #include "views/TableLook.h"

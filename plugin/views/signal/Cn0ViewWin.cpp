@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/signal/Cn0ViewWin.h"
 
 #include "protocol/Records.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/signal/SignalBars.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/signal/SignalTable.h"
 
 #include "base/BoundsChecked.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/sky/SatellitesPosViewWin.h"
 
 #include "bridge/RecordCopy.h"

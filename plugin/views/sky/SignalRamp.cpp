@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/sky/SignalRamp.h"
 
 QColor SignalRamp(int cn0)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/sky/SkyGeometry.h"
 
 #include <QRectF>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/sky/SkyMap.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// The ways in which the centre dialog writes an angle, in the order of its selector.

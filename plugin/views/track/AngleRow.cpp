@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/track/AngleRow.h"
 
 #include "views/track/DegreeSpinBox.h"

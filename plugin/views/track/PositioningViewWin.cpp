@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/track/PositioningViewWin.h"
 
 #include "bridge/ClassGnss.h"

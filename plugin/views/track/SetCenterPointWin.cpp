@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/track/SetCenterPointWin.h"
 
 #include "base/TrackState.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/track/TrackDots.h"
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/track/TrackGeometry.h"
 
 #include <cmath>
