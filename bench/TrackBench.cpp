@@ -3,6 +3,7 @@
 // ellipse a point. Both convert every point at every paint. The counters give milliseconds of processor time of
 // one paint and their ratio.
 
+#include "base/ProcessState.h"
 #include "base/TrackState.h"
 #include "bridge/ClassGnss.h"
 #include "protocol/Records.h"
@@ -68,7 +69,7 @@ double Milliseconds(std::clock_t since)
 
 void BM_TrackPaint(benchmark::State& state)
 {
-    TrackState::Reset();
+    Global::ResetForNewWindow();
     PositioningViewWin view(nullptr);
     view.resize(kPlot);
     FillView(view, static_cast<int>(state.range(0)));

@@ -15,7 +15,6 @@
 
 #include "host/support/ImageManager.h"
 
-#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
@@ -49,7 +48,7 @@ void AppendFailure(const QString& text)
 
 } // namespace
 
-AssistOffline::AssistOffline(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::AssistOffline>())
+AssistOffline::AssistOffline(QWidget* parent) : ClosingWidget(parent), ui(std::make_unique<Ui::AssistOffline>())
 {
     ui->setupUi(this);
     setWindowIcon(QIcon(ImageManager::GetPixmapObject(QStringLiteral(":/images/images/gnss/offline_link.png"))));
@@ -344,10 +343,4 @@ void AssistOffline::SlotInjectLoc()
 {
     InjectPosition(this, MakeInjector(), ui->Pgnss_Lon->text(), ui->Pgnss_Lat->text(), ui->Pgnss_Alt->text(),
                    {"memcpy pgnssRefLoc failed", tr("PGNSS注入位置 ACK超时")});
-}
-
-void AssistOffline::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }

@@ -3,9 +3,9 @@
 
 #include "assist/AssistRequest.h"
 #include "assist/Injector.h"
+#include "widgets/ClosingWidget.h"
 
 #include <QDateTime>
-#include <QWidget>
 
 #include <cstdint>
 #include <memory>
@@ -19,7 +19,7 @@ class AssistOffline;
 /// Fetches a seed file from the service, has the decoder library expand it and sends what comes out to the
 /// receiver in a fixed order; sends a typed reference position. Without the decoder the window still works as far
 /// as it can; its absence is told in a box when the window is made.
-class AssistOffline : public QWidget {
+class AssistOffline : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -30,7 +30,6 @@ public:
     const InjectCounters& Counters() const { return m_counters; }
 
 signals:
-    void CloseSignal();
     void SendMsg(uint8_t* buffer, int len);
 
 public slots:
@@ -42,9 +41,6 @@ public slots:
     void SlotInjectLoc();
     /// `index` 0: system time, 1: custom time, read at this moment.
     void SlotSourceChanged(int index);
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void ConnectControls();

@@ -14,7 +14,6 @@
 
 #include "host/support/ImageManager.h"
 
-#include <QCloseEvent>
 #include <QIcon>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -31,7 +30,7 @@ quint32 Bit(const QAbstractButton* box, int bit)
 
 } // namespace
 
-AssistOnline::AssistOnline(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::AssistOnline>())
+AssistOnline::AssistOnline(QWidget* parent) : ClosingWidget(parent), ui(std::make_unique<Ui::AssistOnline>())
 {
     ui->setupUi(this);
     setWindowIcon(QIcon(ImageManager::GetPixmapObject(QStringLiteral(":/images/images/gnss/online_link.png"))));
@@ -143,10 +142,4 @@ void AssistOnline::SlotInjectLoc()
 {
     InjectPosition(this, MakeInjector(), ui->Agnss_Lon->text(), ui->Agnss_Lat->text(), ui->Agnss_Alt->text(),
                    {"memcpy agnssRefLoc failed", tr("AGNSS注入位置 ACK超时")});
-}
-
-void AssistOnline::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }

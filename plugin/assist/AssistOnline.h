@@ -3,8 +3,7 @@
 
 #include "assist/AssistRequest.h"
 #include "assist/Injector.h"
-
-#include <QWidget>
+#include "widgets/ClosingWidget.h"
 
 #include <cstdint>
 #include <memory>
@@ -17,7 +16,7 @@ class AssistOnline;
 
 /// Fetches a block of assistance records from the service and sends it to the receiver record by record; sends a
 /// typed reference position.
-class AssistOnline : public QWidget {
+class AssistOnline : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -35,16 +34,12 @@ public:
 
 signals:
     void SendMsg(uint8_t* buffer, int len);
-    void CloseSignal();
 
 public slots:
     void SlotReqAndInject();
     void SlotInjectLoc();
     /// Takes the reply that signals.
     void AgnssDataFetched();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void SendAgnssRequest(const ServerInfo& server, const AuthInfo& auth, const AgnssRequestPara& para);

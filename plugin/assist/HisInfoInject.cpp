@@ -12,7 +12,6 @@
 
 #include "host/support/ImageManager.h"
 
-#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
@@ -43,7 +42,7 @@ void AppendFailure(const QString& text)
 
 } // namespace
 
-HisInfoInject::HisInfoInject(QWidget* parent) : QWidget(parent)
+HisInfoInject::HisInfoInject(QWidget* parent) : ClosingWidget(parent)
 {
     const QString folder = QCoreApplication::applicationDirPath() + QLatin1String("/HisInfo");
     m_filePath = folder + QLatin1String("/HisInfo.bin");
@@ -241,10 +240,4 @@ HisInfoInject::Step HisInfoInject::SendAndWait(const CommandFrame& frame, const 
     HighlightStatus();
     AckWait::Finish();
     return result.outcome == AckOutcome::Answered ? Step::Done : Step::Failed;
-}
-
-void HisInfoInject::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "widgets/ClosingWidget.h"
+
 #include <QString>
-#include <QWidget>
 
 #include <cstdint>
 
@@ -11,7 +12,7 @@ class QLineEdit;
 class QTimer;
 
 /// Fetches the receiver's history block into a file and writes it back.
-class HisInfoInject : public QWidget {
+class HisInfoInject : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -29,16 +30,12 @@ public:
 
 signals:
     void SendMsg(uint8_t* buff, int len);
-    void CloseSignal();
 
 public slots:
     void SlotSelectHisInfoFilePath();
     void SlotSendRptHisInfoCmd();
     void SlotInjectHisInfo();
     void SlotRptHisInfoTimeout();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     enum class Step { Done, Failed, Gone };

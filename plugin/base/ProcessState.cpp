@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "base/ProcessState.h"
 
+#include "base/TrackState.h"
+
 namespace Global {
 
 QString currentPortName;
@@ -25,6 +27,8 @@ bool replayRunning = false;
 int language = 0;
 bool showTimestamp = true;
 
+int timeZoneIndex = kTimeZoneBase;
+
 void ResetForNewWindow()
 {
     currentPortName.clear();
@@ -43,6 +47,8 @@ void ResetForNewWindow()
     startInstant = QDateTime::currentDateTime();
     replaySpeed = 1.0F;
     replayRunning = false;
+    timeZoneIndex = kTimeZoneBase;
+    TrackState::Reset();
 }
 
 } // namespace Global

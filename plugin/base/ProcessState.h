@@ -35,9 +35,14 @@ extern bool replayRunning; ///< from the start of a replay to its end, also whil
 extern int language;       ///< 1 English, 2 Chinese
 extern bool showTimestamp; ///< the status log's lines carry the time
 
+// Views
+constexpr int kTimeZoneBase = 19; ///< index of the zone that shows a time unchanged, "UTC+8"
+extern int timeZoneIndex;         ///< the basic views' zone, which outlives them
+
 constexpr quint32 kDefaultBaudRate = 115200;
 
-/// Gives the values of link, commands and replay their defaults.
+/// Gives the values of link, commands, replay and views their defaults, with those of TrackState: the one reset,
+/// for a new window and between tests. Language and time stamps stay.
 void ResetForNewWindow();
 
 } // namespace Global

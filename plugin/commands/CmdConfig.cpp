@@ -11,7 +11,6 @@
 
 #include "host/support/CProductVersion.h"
 
-#include <QCloseEvent>
 #include <QDebug>
 #include <QPointer>
 #include <QScrollArea>
@@ -44,7 +43,7 @@ QFont FontThatFits(const QStringList& texts, QFont font, int width)
 
 } // namespace
 
-CmdConfig::CmdConfig(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::CmdConfig>())
+CmdConfig::CmdConfig(QWidget* parent) : ClosingWidget(parent), ui(std::make_unique<Ui::CmdConfig>())
 {
     ui->setupUi(this);
     LetPagesScroll();
@@ -183,10 +182,4 @@ void CmdConfig::SlotSendClicked()
                                                         : ConfigPageText(page.timeoutText));
     HighlightStatus();
     AckWait::Finish();
-}
-
-void CmdConfig::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }

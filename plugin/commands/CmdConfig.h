@@ -2,8 +2,7 @@
 #pragma once
 
 #include "commands/ConfigPayload.h"
-
-#include <QWidget>
+#include "widgets/ClosingWidget.h"
 
 #include <cstdint>
 #include <memory>
@@ -17,7 +16,7 @@ class CmdConfig;
 
 /// Sets the receiver's ten persistent behaviours, one at a time. Nothing is read back: the form shows its own
 /// last state.
-class CmdConfig : public QWidget {
+class CmdConfig : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -26,14 +25,10 @@ public:
 
 signals:
     void SendMsg(uint8_t* buffer, int len);
-    void CloseSignal();
 
 public slots:
     /// Sends the page that shows and waits for its ACK.
     void SlotSendClicked();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void LetPagesScroll();

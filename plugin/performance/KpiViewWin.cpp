@@ -13,7 +13,6 @@
 #include "performance/RefLocWin.h"
 #include "protocol/Records.h"
 
-#include <QCloseEvent>
 #include <QPointer>
 #include <QStringListModel>
 #include <QTimer>
@@ -72,7 +71,7 @@ void StyleTable(QTableWidget* table)
 } // namespace
 
 KpiViewWin::KpiViewWin(QWidget* parent)
-    : QWidget(parent), ui(std::make_unique<Ui::KpiViewWin>()), m_sequencer(*this)
+    : ClosingWidget(parent), ui(std::make_unique<Ui::KpiViewWin>()), m_sequencer(*this)
 {
     ui->setupUi(this);
     m_listModel = new QStringListModel(QStringList(tr("Kpi测试")), this);
@@ -454,10 +453,4 @@ void KpiViewWin::OnKpiCn0(const void* buffer, int length)
         SetCell(ui->satData, SatRowTop5, satTotalColumn, QString::number(m_satellites.Top5(), 'g', 6));
         update();
     }
-}
-
-void KpiViewWin::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }

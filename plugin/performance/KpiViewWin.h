@@ -4,9 +4,9 @@
 #include "performance/KpiSatellites.h"
 #include "performance/KpiSequencer.h"
 #include "performance/KpiTestHost.h"
+#include "widgets/ClosingWidget.h"
 
 #include <QMap>
-#include <QWidget>
 
 #include <array>
 #include <cstdint>
@@ -23,7 +23,7 @@ class KpiViewWin;
 }
 
 /// The window of the performance test: form, timers and tables around the sequencer.
-class KpiViewWin : public QWidget, private KpiTestHost {
+class KpiViewWin : public ClosingWidget, private KpiTestHost {
     Q_OBJECT
 
 public:
@@ -37,10 +37,6 @@ public:
 signals:
     void SendMsg(uint8_t* buffer, int len);
     void SendWakeUpCmd();
-    void CloseSignal();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private slots:
     bool SlotEditStartBtnClicked();

@@ -10,7 +10,6 @@
 
 #include "host/support/ImageManager.h"
 
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDebug>
@@ -35,7 +34,7 @@ constexpr int labelSpacing = 20;
 } // namespace
 
 VersionLoad::VersionLoad(QWidget* parent)
-    : QWidget(parent), m_serialPort(std::make_unique<QSerialPort>()),
+    : ClosingWidget(parent), m_serialPort(std::make_unique<QSerialPort>()),
       lastDir(QCoreApplication::applicationDirPath())
 {
     WatchOwnPort(m_serialPort.get());
@@ -169,10 +168,4 @@ void VersionLoad::SlotStartLoadVersion()
         m_progress->setText(tr("加载进度：") + QString::number(percent) + QLatin1Char('%'));
     };
     LoadFirmware(this, *m_serialPort, m_portBox->currentText(), loadBaudRate, m_pathEdit->text(), load);
-}
-
-void VersionLoad::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "widgets/ClosingWidget.h"
+
 #include <QStringList>
-#include <QWidget>
 
 #include <memory>
 
@@ -14,7 +15,7 @@ class QSerialPort;
 class QTextEdit;
 
 /// The window of the firmware load. It has a serial port of its own, open only while a load runs.
-class VersionLoad : public QWidget {
+class VersionLoad : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -34,11 +35,7 @@ public slots:
     void SlotChangeComboBoxText(int index);
 
 signals:
-    void CloseSignal();
     void ComboBoxClicked();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void BuildWindow();

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "views/BasicViewWin.h"
 
+#include "base/ProcessState.h"
 #include "bridge/RecordCopy.h"
 #include "protocol/Records.h"
 #include "views/DisplayTimeZone.h"
 #include "views/FixTexts.h"
 
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QLineEdit>
@@ -29,7 +29,7 @@ QLineEdit* AddField(QFormLayout* form, const QString& label, const char* name)
 
 } // namespace
 
-BasicViewWin::BasicViewWin(QWidget* parent) : QWidget(parent)
+BasicViewWin::BasicViewWin(QWidget* parent) : ClosingWidget(parent)
 {
     setWindowTitle("Basic View");
     auto* form = new QFormLayout(this);
@@ -43,7 +43,7 @@ BasicViewWin::BasicViewWin(QWidget* parent) : QWidget(parent)
     m_zone->setObjectName("timeZone");
     m_zone->addItems(TimeZoneNames());
     form->addRow(tr("时区: "), m_zone);
-    ShowZone(timeZoneIndex);
+    ShowZone(Global::timeZoneIndex);
     connect(m_zone, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &BasicViewWin::SlotTimeZoneChanged);
     openViews.append(this);
 }
@@ -64,7 +64,7 @@ void BasicViewWin::OnRecord(const void* buffer, int length)
     m_latitude->setText(texts[2]);
     m_altitude->setText(FixAltitudeText(record.Data(), record.Size()));
     const QDateTime time = FixDateTime(record.Data(), record.Size());
-    const DateTimeTexts shown = MovedTexts(time, timeZoneIndex - timeZoneBase);
+    const DateTimeTexts shown = MovedTexts(time, Global::timeZoneIndex - Global::kTimeZoneBase);
     m_date->setText(shown.date);
     m_time->setText(shown.time);
 }
@@ -74,18 +74,12 @@ void BasicViewWin::SlotTimeZoneChanged(int index)
     if (index < 0 || index >= m_zone->count()) {
         return;
     }
-    const int hours = index - timeZoneIndex;
+    const int hours = index - Global::timeZoneIndex;
     for (BasicViewWin* view : qAsConst(openViews)) {
         view->MoveShownTime(hours);
         view->ShowZone(index);
     }
-    timeZoneIndex = index;
-}
-
-void BasicViewWin::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
+    Global::timeZoneIndex = index;
 }
 
 void BasicViewWin::ShowZone(int index)

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
+#include "widgets/ClosingWidget.h"
 
 class QComboBox;
 class QLineEdit;
 
 /// The latest fix as a small form, with its date and time in a time zone of choice. The workbench itself doesn't
 /// open it; it is there for a host that wants the compact form.
-class BasicViewWin : public QWidget {
+class BasicViewWin : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -18,15 +18,9 @@ public:
     /// Takes a FixRecord; `length` in bytes.
     void OnRecord(const void* buffer, int length);
 
-signals:
-    void CloseSignal();
-
 public slots:
     /// Chooses a zone for all basic views; what they show moves by as many hours as the zone lies further.
     void SlotTimeZoneChanged(int index);
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void ShowZone(int index);

@@ -6,7 +6,6 @@
 #include "views/RecordConversions.h"
 #include "views/ViewRefresh.h"
 
-#include <QCloseEvent>
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -43,7 +42,7 @@ constexpr QRect kModeBox(-20, 9, 40, 15);
 } // namespace
 
 CompassViewWin::CompassViewWin(QWidget* parent)
-    : QWidget(parent), modeText(GetFixModeText(protocol::FixInvalid)), m_refresh(new ViewRefresh(this))
+    : ClosingWidget(parent), modeText(GetFixModeText(protocol::FixInvalid)), m_refresh(new ViewRefresh(this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     connect(m_refresh, &ViewRefresh::Due, this, QOverload<>::of(&QWidget::update));
@@ -59,12 +58,6 @@ void CompassViewWin::OnRecord(const void* buffer, int length)
     heading = record.At<float>(offsetof(protocol::CompassRecord, heading));
     modeText = GetFixModeText(record.At<std::uint8_t>(offsetof(protocol::CompassRecord, fixMode)));
     m_refresh->Request();
-}
-
-void CompassViewWin::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }
 
 void CompassViewWin::paintEvent(QPaintEvent*)

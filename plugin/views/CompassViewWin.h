@@ -2,14 +2,14 @@
 #pragma once
 
 #include "views/PlotLayer.h"
+#include "widgets/ClosingWidget.h"
 
 #include <QString>
-#include <QWidget>
 
 class ViewRefresh;
 
 /// The heading as a needle over a dial, with the fix mode in words.
-class CompassViewWin : public QWidget {
+class CompassViewWin : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -21,11 +21,7 @@ public:
     /// The size of a window that is neither tiled nor maximised.
     QSize sizeHint() const override { return {480, 360}; }
 
-signals:
-    void CloseSignal();
-
 protected:
-    void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

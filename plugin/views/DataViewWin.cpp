@@ -7,12 +7,11 @@
 #include "views/FixTexts.h"
 #include "views/TableLook.h"
 
-#include <QCloseEvent>
 #include <QHeaderView>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-DataViewWin::DataViewWin(QWidget* parent) : QWidget(parent)
+DataViewWin::DataViewWin(QWidget* parent) : ClosingWidget(parent)
 {
     setWindowTitle(tr("定位数据"));
     m_table = new QTableWidget(kFixTextCount, 1, this);
@@ -51,10 +50,4 @@ void DataViewWin::OnRecord(const void* buffer, int length)
         }
         item->setText(texts[row]);
     }
-}
-
-void DataViewWin::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
+#include "widgets/ClosingWidget.h"
 
 class QTableWidget;
 
 /// The latest fix as a table.
-class DataViewWin : public QWidget {
+class DataViewWin : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -14,12 +14,6 @@ public:
 
     /// Takes a FixRecord; `length` in bytes.
     void OnRecord(const void* buffer, int length);
-
-signals:
-    void CloseSignal();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     QTableWidget* m_table = nullptr;

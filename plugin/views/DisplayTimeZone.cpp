@@ -11,13 +11,6 @@ constexpr int kHours = 12;
 
 } // namespace
 
-int timeZoneIndex = timeZoneBase;
-
-void ResetTimeZone()
-{
-    timeZoneIndex = timeZoneBase;
-}
-
 QStringList TimeZoneNames()
 {
     QStringList names;

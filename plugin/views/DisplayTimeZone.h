@@ -7,15 +7,6 @@
 
 // The time zone of the basic views, which lasts for the whole process.
 
-/// Index of the chosen zone; outlives the views.
-extern int timeZoneIndex;
-
-/// Index of the zone that shows a time unchanged, "UTC+8".
-constexpr int timeZoneBase = 19;
-
-/// Chooses "UTC+8" again.
-void ResetTimeZone();
-
 /// "UTC-12" to "UTC-1", then "UTC+1" to "UTC+12". There is no zone in between, and so it is meant: one place in
 /// the list is one hour, also from "UTC-1" to "UTC+1".
 QStringList TimeZoneNames();

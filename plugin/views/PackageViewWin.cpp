@@ -8,7 +8,6 @@
 #include "views/RecordField.h"
 #include "views/TableLook.h"
 
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QIcon>
@@ -41,7 +40,7 @@ constexpr PackageColumn kColumns[] = {
 
 } // namespace
 
-PackageViewWin::PackageViewWin(QWidget* parent) : QWidget(parent)
+PackageViewWin::PackageViewWin(QWidget* parent) : ClosingWidget(parent)
 {
     setWindowTitle(tr("数据传输"));
     auto* row = new QHBoxLayout;
@@ -114,12 +113,6 @@ void PackageViewWin::SlotBottomBtnClicked()
 {
     followBottom = !followBottom;
     bottomBtn->setChecked(followBottom);
-}
-
-void PackageViewWin::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }
 
 void PackageViewWin::FitColumns(const QStringList& labels)

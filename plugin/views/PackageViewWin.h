@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
+#include "widgets/ClosingWidget.h"
 
 class GnssSaveData;
 class QBoxLayout;
@@ -10,7 +10,7 @@ class QTableView;
 class QToolButton;
 
 /// The frames that crossed the link, one to a row.
-class PackageViewWin : public QWidget {
+class PackageViewWin : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -19,15 +19,9 @@ public:
     /// Takes a PackageRecord; `length` in bytes.
     void OnRecord(const void* buffer, int length);
 
-signals:
-    void CloseSignal();
-
 public slots:
     void SlotClearBtnClicked();
     void SlotBottomBtnClicked();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void FitColumns(const QStringList& labels);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "widgets/SerialSetting.h"
 
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -64,7 +63,7 @@ template <int Count> void Choose(const Choice (&choices)[Count], QComboBox* box,
 
 } // namespace
 
-SerialSetting::SerialSetting(QSerialPort* port, QWidget* parent) : QWidget(parent, Qt::Dialog), m_port(port)
+SerialSetting::SerialSetting(QSerialPort* port, QWidget* parent) : ClosingWidget(parent, Qt::Dialog), m_port(port)
 {
     setWindowTitle(tr("串口设置"));
     m_dataBits = MakeBox(kDataBits, "dataBits", this);
@@ -121,12 +120,6 @@ void SerialSetting::showEvent(QShowEvent* event)
     if (!event->spontaneous()) {
         ShowPort();
     }
-}
-
-void SerialSetting::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }
 
 void SerialSetting::ShowPort()

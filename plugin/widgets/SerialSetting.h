@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "widgets/ClosingWidget.h"
+
 #include <QPointer>
 #include <QSerialPort>
 #include <QString>
-#include <QWidget>
 
 class QComboBox;
 
 /// The line parameters of a serial port, all but the rate.
-class SerialSetting : public QWidget {
+class SerialSetting : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -21,7 +22,6 @@ signals:
     void addCustomBaudRate(QString baudRateStr);
 
     /// The dialog has been closed, in whatever way.
-    void CloseSignal();
 
 public slots:
     void SlotOkClick();
@@ -29,7 +29,6 @@ public slots:
 
 protected:
     void showEvent(QShowEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     /// Sets the boxes to the port's present values.

@@ -2,6 +2,7 @@
 #include "LogFolder.h"
 #include "PaintedViews.h"
 
+#include "base/ProcessState.h"
 #include "base/TrackState.h"
 #include "bridge/ClassGnss.h"
 #include "views/BasicViewWin.h"
@@ -39,7 +40,7 @@ class TestAnyRecords : public QObject {
 
 private slots:
     void initTestCase() { ClassGnss::InitGnssUtils(); }
-    void init() { TrackState::Reset(); }
+    void init() { Global::ResetForNewWindow(); }
 
     void AnyBytesAtAnySize_data();
     void AnyBytesAtAnySize();

@@ -22,11 +22,7 @@ class TestTableWindows : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        Global::ResetForNewWindow();
-        ResetTimeZone();
-    }
+    void init() { Global::ResetForNewWindow(); }
 
     void DataTable();
     void BasicForm();
@@ -130,7 +126,7 @@ void TestTableWindows::BasicFormMovesByListPlaces()
     BasicViewWin view(nullptr);
     auto* zones = view.findChild<QComboBox*>();
     zones->setCurrentIndex(18);
-    QCOMPARE(timeZoneIndex, 18); // also with nothing to move
+    QCOMPARE(Global::timeZoneIndex, 18); // also with nothing to move
     Send(view, FixImage().Bytes());
     QCOMPARE(Shown(view), QString("2026-03-29 22:30:07"));
     zones->setCurrentIndex(20);
@@ -154,7 +150,7 @@ void TestTableWindows::BasicFormMovesByListPlaces()
     QCOMPARE(Shown(view), QString("2026-03-29 04:30:07"));
     view.SlotTimeZoneChanged(-1);
     view.SlotTimeZoneChanged(24);
-    QCOMPARE(timeZoneIndex, 14);
+    QCOMPARE(Global::timeZoneIndex, 14);
 }
 
 void TestTableWindows::PackageRows()

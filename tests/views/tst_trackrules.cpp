@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "base/ProcessState.h"
 #include "base/TrackState.h"
 #include "views/track/AngleForm.h"
 #include "views/track/SetCenterPointWin.h"
@@ -22,7 +23,7 @@ class TestTrackRules : public QObject {
     Q_OBJECT
 
 private slots:
-    void init() { TrackState::Reset(); }
+    void init() { Global::ResetForNewWindow(); }
 
     void ZoomLadder();
     void Texts();

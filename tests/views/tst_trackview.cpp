@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "PaintedViews.h"
 
+#include "base/ProcessState.h"
 #include "base/TrackState.h"
 #include "bridge/ClassGnss.h"
 #include "views/track/PositioningViewWin.h"
@@ -49,7 +50,7 @@ const QPoint kMiddle(300, 200);
 
 void TestTrackView::init()
 {
-    TrackState::Reset();
+    Global::ResetForNewWindow();
     m_view = std::make_unique<PositioningViewWin>(nullptr);
     m_view->resize(600, 400);
 }

@@ -9,7 +9,6 @@
 #include "views/ViewRefresh.h"
 #include "views/log/LogHistory.h"
 
-#include <QCloseEvent>
 #include <QDir>
 #include <QFile>
 #include <QFont>
@@ -31,7 +30,7 @@ constexpr int kPointSize = 8;
 } // namespace
 
 LogTextView::LogTextView(const QString& logName, const char* codecName, QWidget* parent)
-    : QWidget(parent), m_logName(logName), m_codecName(codecName)
+    : ClosingWidget(parent), m_logName(logName), m_codecName(codecName)
 {
     // Opaque, or each renewal of the text paints the windows behind it too.
     setAutoFillBackground(true);
@@ -170,12 +169,6 @@ void LogTextView::hideEvent(QHideEvent* event)
 {
     FlushLines();
     QWidget::hideEvent(event);
-}
-
-void LogTextView::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }
 
 QString LogTextView::TimePrefix() const

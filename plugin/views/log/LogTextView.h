@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
+#include "widgets/ClosingWidget.h"
 
 class GnssSaveData;
 class QBoxLayout;
@@ -11,7 +11,7 @@ class ViewRefresh;
 
 /// What the NMEA and the hex view have in common: running text that is written to a working log, a row of
 /// buttons, and paging back through earlier logs by turning the wheel at the top of the text.
-class LogTextView : public QWidget {
+class LogTextView : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -22,7 +22,6 @@ public:
     QSize sizeHint() const override { return {480, 360}; }
 
 signals:
-    void CloseSignal();
     void ScrolledPastTop();
 
 public slots:
@@ -40,7 +39,6 @@ protected:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
     /// An icon button named `name`, appended to the row.
     QToolButton* AddButton(const QString& name, const QString& icon, const QString& toolTip, bool checkable);

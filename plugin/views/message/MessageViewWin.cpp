@@ -7,7 +7,6 @@
 #include "views/message/MessageTables.h"
 #include "views/message/MsgViewRightWin.h"
 
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QTreeWidget>
 
@@ -46,7 +45,7 @@ QString BehindBlank(const QString& text)
 
 } // namespace
 
-MessageViewWin::MessageViewWin(QWidget* parent) : QWidget(parent)
+MessageViewWin::MessageViewWin(QWidget* parent) : ClosingWidget(parent)
 {
     setWindowTitle(tr("消息数据"));
     // Made before the tree: in a window too narrow for both the tree covers it.
@@ -105,12 +104,6 @@ void MessageViewWin::SlotUpdateRightWin(QTreeWidgetItem* item, int)
     } else {
         m_right->ShowMessage(title, BehindBlank(parentItem->text(0)), parentItem->indexOfChild(item));
     }
-}
-
-void MessageViewWin::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }
 
 void MessageViewWin::FillTree()

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
+#include "widgets/ClosingWidget.h"
 
 class MsgViewRightWin;
 class QTreeWidget;
 class QTreeWidgetItem;
 
 /// The fields of every message: a tree of the types, and the latest values of the one that is chosen.
-class MessageViewWin : public QWidget {
+class MessageViewWin : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -20,15 +20,9 @@ public:
     /// The size of a window that is neither tiled nor maximised.
     QSize sizeHint() const override { return {560, 360}; }
 
-signals:
-    void CloseSignal();
-
 public slots:
     /// Shows the chosen item at the right.
     void SlotUpdateRightWin(QTreeWidgetItem* item, int column);
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void FillTree();

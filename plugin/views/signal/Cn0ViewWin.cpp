@@ -8,7 +8,6 @@
 #include "views/ViewRefresh.h"
 #include "views/signal/SignalBars.h"
 
-#include <QCloseEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTimer>
@@ -49,7 +48,7 @@ QColor FillColour(const QColor& base, std::size_t segment, bool inUse, const QCo
 } // namespace
 
 Cn0ViewWin::Cn0ViewWin(QWidget* parent)
-    : QWidget(parent), m_legend(kFirstIconTop), ageEdit(new AgeEdit(this)), ageTimer(new QTimer(this)),
+    : ClosingWidget(parent), m_legend(kFirstIconTop), ageEdit(new AgeEdit(this)), ageTimer(new QTimer(this)),
       m_totalImage(ConstellationLegend::Picture("allTypeCount")), m_refresh(new ViewRefresh(this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -80,12 +79,6 @@ void Cn0ViewWin::TimerTimeout()
 {
     ++ageSeconds;
     ageEdit->ShowAge(ageSeconds);
-}
-
-void Cn0ViewWin::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }
 
 void Cn0ViewWin::resizeEvent(QResizeEvent* event)

@@ -4,9 +4,9 @@
 #include "views/ConstellationLegend.h"
 #include "views/NumberLabels.h"
 #include "views/signal/SignalTable.h"
+#include "widgets/ClosingWidget.h"
 
 #include <QPixmap>
-#include <QWidget>
 
 #include <array>
 
@@ -15,7 +15,7 @@ class QTimer;
 class ViewRefresh;
 
 /// One column for each satellite with a signal, grouped by constellation, and the counts of satellites.
-class Cn0ViewWin : public QWidget {
+class Cn0ViewWin : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -27,14 +27,10 @@ public:
     /// The size of a window that is neither tiled nor maximised.
     QSize sizeHint() const override { return {480, 360}; }
 
-signals:
-    void CloseSignal();
-
 public slots:
     void TimerTimeout();
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

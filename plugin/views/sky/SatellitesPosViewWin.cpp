@@ -9,7 +9,6 @@
 #include "views/sky/SkyGeometry.h"
 
 #include <QAction>
-#include <QCloseEvent>
 #include <QFontMetricsF>
 #include <QMouseEvent>
 #include <QPainter>
@@ -41,7 +40,7 @@ void DrawCentred(QPainter& painter, const QPointF& middle, const QString& text)
 } // namespace
 
 SatellitesPosViewWin::SatellitesPosViewWin(QWidget* parent)
-    : QWidget(parent), m_legend(kFirstIconTop), m_refresh(new ViewRefresh(this))
+    : ClosingWidget(parent), m_legend(kFirstIconTop), m_refresh(new ViewRefresh(this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     connect(m_refresh, &ViewRefresh::Due, this, QOverload<>::of(&QWidget::update));
@@ -74,12 +73,6 @@ void SatellitesPosViewWin::SlotClearCn0ListActTriggered()
 {
     m_map.Clear();
     update();
-}
-
-void SatellitesPosViewWin::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }
 
 void SatellitesPosViewWin::mousePressEvent(QMouseEvent* event)

@@ -6,18 +6,18 @@
 #include "views/NumberLabels.h"
 #include "views/PlotLayer.h"
 #include "views/sky/SkyMap.h"
+#include "widgets/ClosingWidget.h"
 
 #include <QColor>
 #include <QHash>
 #include <QPixmap>
-#include <QWidget>
 
 #include <vector>
 
 class ViewRefresh;
 
 /// The sky as a polar plot: the satellites of the latest record over a map of the average signal strength.
-class SatellitesPosViewWin : public QWidget {
+class SatellitesPosViewWin : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -29,14 +29,10 @@ public:
     /// The size of a window that is neither tiled nor maximised.
     QSize sizeHint() const override { return {480, 360}; }
 
-signals:
-    void CloseSignal();
-
 public slots:
     void SlotClearCn0ListActTriggered();
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
 

@@ -11,7 +11,6 @@
 #include "views/track/SetCenterPointWin.h"
 
 #include <QAction>
-#include <QCloseEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTimer>
@@ -38,7 +37,7 @@ constexpr std::size_t kBatch = 4096;
 } // namespace
 
 PositioningViewWin::PositioningViewWin(QWidget* parent)
-    : QWidget(parent), ageEdit(new AgeEdit(this)), ageTimer(new QTimer(this)),
+    : ClosingWidget(parent), ageEdit(new AgeEdit(this)), ageTimer(new QTimer(this)),
       m_north(ConstellationLegend::Picture("north")), m_refresh(new ViewRefresh(this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -140,12 +139,6 @@ void PositioningViewWin::SlotZoomOutActTriggered()
     }
     scale = TrackGeometry::ZoomedOut(scale);
     update();
-}
-
-void PositioningViewWin::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    emit CloseSignal();
 }
 
 void PositioningViewWin::paintEvent(QPaintEvent*)

@@ -4,12 +4,12 @@
 #include "views/PlotLayer.h"
 #include "views/track/TrackDots.h"
 #include "views/track/TrackGeometry.h"
+#include "widgets/ClosingWidget.h"
 
 #include <QFont>
 #include <QPixmap>
 #include <QRgb>
 #include <QSize>
-#include <QWidget>
 
 #include <vector>
 
@@ -19,7 +19,7 @@ class QTimer;
 class ViewRefresh;
 
 /// The track as a plan around a centre point: rings of distance, a dot for each fix, the last one in red.
-class PositioningViewWin : public QWidget {
+class PositioningViewWin : public ClosingWidget {
     Q_OBJECT
 
 public:
@@ -32,9 +32,6 @@ public:
     /// The size of a window that is neither tiled nor maximised.
     QSize sizeHint() const override { return {480, 360}; }
 
-signals:
-    void CloseSignal();
-
 public slots:
     void TimerTimeout();
     void SlotSetCenterActTriggered();
@@ -44,7 +41,6 @@ public slots:
     void SlotZoomOutActTriggered();
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+#include "widgets/ClosingWidget.h"
+
+void ClosingWidget::closeEvent(QCloseEvent* event)
+{
+    QWidget::closeEvent(event);
+    emit CloseSignal();
+}
