@@ -1,54 +1,24 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "assist/AssistOffline.h"
-#include "assist/AssistOnline.h"
-#include "assist/HisInfoInject.h"
-#include "assist/SenceReplay.h"
-#include "base/GnssAck.h"
-#include "bridge/RecordTarget.h"
-#include "production/FetchNmea.h"
-#include "production/VersionLoad.h"
+#include "line/ReplayPlayer.h"
+#include "line/SerialLink.h"
+#include "window/ControlPanel.h"
+#include "window/PositioningControl.h"
+#include "window/RecordRouter.h"
+#include "window/ToolWindows.h"
+#include "window/ViewHost.h"
 
-#include <QList>
 #include <QMainWindow>
-#include <QMap>
-#include <QPointer>
-#include <QStringList>
 
-class Cn0ViewWin;
-class CmdConfig;
-class CompassViewWin;
-class ConfigViewWin;
-class CustomBaudRateWin;
-class CustomProgressBar;
-class DataViewWin;
-class HexViewWin;
-class KpiViewWin;
-class LeftDockWidget;
-class MessageViewWin;
-class MyButton;
-class NMEAViewWin;
-class PackageViewWin;
-class PositioningViewWin;
-class ProductTest;
-class QAction;
-class QMdiArea;
-class QMdiSubWindow;
-class QPushButton;
-class QSerialPort;
-class QTextEdit;
-class QTimer;
-class QToolBar;
-class QToolButton;
-class QTreeWidget;
+#include <memory>
+
+class MainToolBar;
 class QTreeWidgetItem;
-class SatellitesPosViewWin;
-class SerialSetting;
 
-/// The workbench's main window and the owner of everything in it: the serial port and its 10 ms poll, the
-/// dock, the tool bar, the views and the tool windows. It is the target of the codec's records.
-class GnssWindow : public QMainWindow, private RecordTarget {
+/// The workbench's main window: it makes the line, the views, the tool windows and the tool bar, and joins them.
+/// Its slots are what hosts know of it; each hands on to the part that it concerns.
+class GnssWindow : public QMainWindow {
     Q_OBJECT
 
 public:
@@ -67,210 +37,81 @@ Q_SIGNALS:
 public Q_SLOTS:
     // Serial link
     void SlotUpdatePortInfo();
-    void SlotChangePort(QString portStr);
-    void SlotSwitchPort();
+    void SlotChangePort(QString portStr) { m_link.ChangePort(portStr); }
+    void SlotSwitchPort() { m_link.Switch(); }
     void SlotChangeBaudRate(QString baudRateStr);
-    void SlotAddBaudRate();
-    void SlotRecivePostMsg();
+    void SlotAddBaudRate() { m_tools.AskBaudRate(); }
+    void SlotRecivePostMsg() { m_link.Poll(); }
     void SlotSendPackets(uint8_t* buffer, int len);
     void SlotSendHexData(QByteArray bytes);
-    void SlotSendWakeUp();
-    void SlotProcSerialNoData();
+    void SlotSendWakeUp() { m_link.WakeUp(); }
+    void SlotProcSerialNoData() { m_positioning.ProbeSilence(); }
     void SlotOnConnect(bool status);
 
     // Workspace
     void SlotCtrlPanelItemClicked(QTreeWidgetItem* item, int col);
-    void SlotTileWindows();
-    void SlotAddTimestamp();
+    void SlotTileWindows() { m_views.Tile(); }
+    void SlotAddTimestamp() { m_panel->ToggleTimestamp(); }
     void SlotClearTextEdit();
     void SlotBottomBtnClicked();
     void SlotSaveBtnClicked();
 
-    // Views
-    void SlotCloseNMEAViewWinAction();
-    void SlotCloseHexViewWinAction();
-    void SlotClosePositioningViewWinAction();
-    void SlotCloseCn0ViewWinAction();
-    void SlotCloseDataViewWinAction();
-    void SlotCloseMessageViewWinAction();
-    void SlotCloseCompassViewWinAction();
-    void SlotCloseStarPosViewWinAction();
-    void SlotClosePackageViewWinAction();
-    void SlotCloseCmdConfigViewWinAction();
-    void SlotCloseConfigViewWinAction();
-    void SlotCloseKpiViewWinAction();
+    // Views: a view that closes is forgotten by itself; these are for others who wish a record's way to end.
+    void SlotCloseNMEAViewWinAction() { m_views.Forget("NMEAViewWin"); }
+    void SlotCloseHexViewWinAction() { m_views.Forget("HexViewWin"); }
+    void SlotClosePositioningViewWinAction() { m_views.Forget("PositioningViewWin"); }
+    void SlotCloseCn0ViewWinAction() { m_views.Forget("Cn0ViewWin"); }
+    void SlotCloseDataViewWinAction() { m_views.Forget("DataViewWin"); }
+    void SlotCloseMessageViewWinAction() { m_views.Forget("MessageViewWin"); }
+    void SlotCloseCompassViewWinAction() { m_views.Forget("CompassViewWin"); }
+    void SlotCloseStarPosViewWinAction() { m_views.Forget("SatellitesPosViewWin"); }
+    void SlotClosePackageViewWinAction() { m_views.Forget("PackageViewWin"); }
+    void SlotCloseCmdConfigViewWinAction() { m_views.Forget("CmdConfig"); }
+    void SlotCloseConfigViewWinAction() { m_views.Forget("ConfigViewWin"); }
+    void SlotCloseKpiViewWinAction() { m_views.Forget("KpiViewWin"); }
 
     // Positioning
-    void SlotSendStartStopCmd();
-    void SlotStartClicked();
-    void SlotStopBtnClicked();
+    void SlotSendStartStopCmd() { m_positioning.StartOrStop(); }
+    void SlotStartClicked() { m_positioning.Start(); }
+    void SlotStopBtnClicked() { m_positioning.Stop(); }
     void SlotChangeSwitchImage();
 
     // Replay
     void SlotReplayAction();
-    void SlotSendReplayData();
+    void SlotSendReplayData() { m_replay.Tick(); }
     void SlotChangeReplaySpeed(QString speedStr);
-    void SlotPauseBtnClicked();
-    void SlotReplayProgress(int progressValue);
-    void SlotProgressBarPressed(bool pressed);
+    void SlotPauseBtnClicked() { m_replay.TogglePause(); }
+    void SlotReplayProgress(int progressValue) { m_replay.Seek(progressValue); }
+    void SlotProgressBarPressed(bool pressed) { m_replay.HoldProgress(pressed); }
 
     // Tool windows
-    void SlotShowSerialSetting();
-    void SlotCloseSerialSetting();
-    void ShowOnlineAsstWin();
-    void SlotCloseOnline();
-    void ShowOfflineAsstWin();
-    void SlotCloseOffline();
-    void ShowVersionLoadWin();
-    void SlotCloseVersionLoad();
-    void ShowHisInfoInjectWin();
-    void SlotCloseHisInfoInject();
-    void ShowProductTestWin();
-    void SlotCloseProductTestView(QString title);
-    void ShowSenceReplayWin();
-    void ShowFetchNmeaWin();
+    void SlotShowSerialSetting() { m_tools.Show(ToolWindows::SerialSettings); }
+    void SlotCloseSerialSetting() { m_tools.ShowClosed(ToolWindows::SerialSettings); }
+    void ShowOnlineAsstWin() { m_tools.Show(ToolWindows::Online); }
+    void SlotCloseOnline() { m_tools.ShowClosed(ToolWindows::Online); }
+    void ShowOfflineAsstWin() { m_tools.Show(ToolWindows::Offline); }
+    void SlotCloseOffline() { m_tools.ShowClosed(ToolWindows::Offline); }
+    void ShowVersionLoadWin() { m_tools.Show(ToolWindows::Firmware); }
+    void SlotCloseVersionLoad() { m_tools.ShowClosed(ToolWindows::Firmware); }
+    void ShowHisInfoInjectWin() { m_tools.Show(ToolWindows::History); }
+    void SlotCloseHisInfoInject() { m_tools.ShowClosed(ToolWindows::History); }
+    void ShowProductTestWin() { m_tools.NewProductTest(); }
+    void SlotCloseProductTestView(QString title) { m_tools.CloseProductTest(title); }
+    void ShowSenceReplayWin() { m_tools.Show(ToolWindows::Scenes); }
+    void ShowFetchNmeaWin() { m_tools.Show(ToolWindows::Extraction); }
 
 private:
-    using OpenerFunction = void (GnssWindow::*)(QTreeWidgetItem*);
+    void JoinParts();
+    void JoinLine();
+    void JoinToolBar();
 
-    // RecordTarget
-    void OnNmea(const void* record, int length) override;
-    void OnPackage(const void* record, int length) override;
-    void OnCn0(const void* record, int length) override;
-    void OnPosition(const void* record, int length) override;
-    void OnSatPos(const void* record, int length) override;
-    void OnCompass(const void* record, int length) override;
-    void OnData(const void* record, int length) override;
-    void OnMessage(const void* record, int length) override;
-    void OnAck(const void* record, int length) override;
-    void OnSleepWakeup() override;
-    void OnUartSend(const void* record, int length) override;
-    void OnKpiPosition(const void* record, int length) override;
-    void OnKpiSatellite(const void* record, int length) override;
-    void OnFirstFix() override;
-    void OnHisInfo(const void* record, int length) override;
-
-    // Construction
-    void BuildWorkspace(QWidget* hostParent);
-    QWidget* BuildDockContent();
-    QMdiArea* InstallMdiArea();
-    void BuildToolBar();
-    void BuildLinkButtons(QToolBar* bar);
-    void BuildReplayButtons(QToolBar* bar);
-    void BuildToolWindowButtons(QToolBar* bar);
-    void BuildToolsMenu(QToolBar* bar);
-    QPushButton* AddToolButton(QToolBar* bar, const QString& icon, const QString& toolTip, const QSize& iconSize);
-    void ConnectToolWindows();
-    void BuildTimers();
-    void OpenDefaultViews();
-
-    // Views
-    void FillPanelActions();
-    void ShowNMEAView(QTreeWidgetItem* item);
-    void ShowHexView(QTreeWidgetItem* item);
-    void ShowPositioningView(QTreeWidgetItem* item);
-    void ShowCn0View(QTreeWidgetItem* item);
-    void ShowDataView(QTreeWidgetItem* item);
-    void ShowMessageView(QTreeWidgetItem* item);
-    void ShowCompassView(QTreeWidgetItem* item);
-    void ShowSatellitesPosView(QTreeWidgetItem* item);
-    void ShowPackageView(QTreeWidgetItem* item);
-    void ShowCmdConfigView(QTreeWidgetItem* item);
-    void ShowConfigView(QTreeWidgetItem* item);
-    void ShowKpiView(QTreeWidgetItem* item);
-    template <typename View>
-    bool OpenView(View*& view, QMdiSubWindow*& subWindow, const char* iconName, void (GnssWindow::*closeSlot)());
-    void AddCloseAllAction();
-
-    // Serial link
-    void ScanPortNames();
-    void ShowPortNames();
-    void SetLinkPicture(bool open);
-    void NewRawCapture();
-    void WakeUpReceiver();
-
-    // Positioning
-    bool SendReadyFrame(const QByteArray& bytes);
-    void ClearWorkingLogFiles();
-
-    // Replay
-    void EndReplay();
-    int ReplayInterval() const;
-
-    QMdiArea* mdiArea = nullptr;
-    LeftDockWidget* dock = nullptr;
-    QTreeWidget* ctrlTree = nullptr;
-    QTextEdit* statusEdit = nullptr;
-    QPushButton* m_timestampBtn = nullptr;
-    QMap<QString, OpenerFunction> panelActions;
-
-    NMEAViewWin* nmeaView = nullptr;
-    HexViewWin* hexView = nullptr;
-    PositioningViewWin* positioningView = nullptr;
-    Cn0ViewWin* cn0View = nullptr;
-    DataViewWin* dataView = nullptr;
-    MessageViewWin* messageView = nullptr;
-    CompassViewWin* compassView = nullptr;
-    SatellitesPosViewWin* satellitesPosView = nullptr;
-    PackageViewWin* packageView = nullptr;
-    CmdConfig* cmdConfigView = nullptr;
-    ConfigViewWin* configView = nullptr;
-    KpiViewWin* kpiView = nullptr;
-
-    QMdiSubWindow* nmeaSubWindow = nullptr;
-    QMdiSubWindow* hexSubWindow = nullptr;
-    QMdiSubWindow* positioningSubWindow = nullptr;
-    QMdiSubWindow* cn0SubWindow = nullptr;
-    QMdiSubWindow* dataSubWindow = nullptr;
-    QMdiSubWindow* messageSubWindow = nullptr;
-    QMdiSubWindow* compassSubWindow = nullptr;
-    QMdiSubWindow* satellitesPosSubWindow = nullptr;
-    QMdiSubWindow* packageSubWindow = nullptr;
-    QMdiSubWindow* cmdConfigSubWindow = nullptr;
-    QMdiSubWindow* configSubWindow = nullptr;
-    QMdiSubWindow* kpiSubWindow = nullptr;
-
-    GnssAck gnssAck;
-    QStringList portNames;
-
-    QSerialPort* serialPort = nullptr;
-    QTimer* recvTimer = nullptr;
-    QTimer* noDataTimer = nullptr;
-    QString rawDataPath;
-    QString saveDirectory;
-
-    QTimer* replayTimer = nullptr;
-    QList<QByteArray> replayChunks;
-    int replayIndex = 0;
-    bool progressPressed = false;
-
-    MyButton* m_portBtn = nullptr;
-    MyButton* m_baudBtn = nullptr;
-    QPushButton* m_serialSettingBtn = nullptr;
-    MyButton* m_replayBtn = nullptr;
-    CustomProgressBar* progressBar = nullptr;
-    QAction* m_progressAction = nullptr;
-    QPushButton* m_pauseBtn = nullptr;
-    QAction* m_pauseAction = nullptr;
-    QPushButton* m_startStopBtn = nullptr;
-    QPushButton* m_onlineBtn = nullptr;
-    QPushButton* m_offlineBtn = nullptr;
-    QPushButton* m_versionBtn = nullptr;
-    QPushButton* m_hisInfoBtn = nullptr;
-    QPushButton* m_senceReplayBtn = nullptr;
-    QPushButton* m_productTestBtn = nullptr;
-
-    AssistOffline assistOffline;
-    AssistOnline assistOnline;
-    VersionLoad versionLoad;
-    HisInfoInject hisInfoInject;
-    FetchNmea fetchNmea;
-    SenceReplay senceReplay;
-
-    SerialSetting* serialSetting = nullptr;
-    QPointer<CustomBaudRateWin> customBaudWin;
-    QString lastDirectory;
-    int productTestCount = 1;
-    QMap<QString, ProductTest*> productTests;
-    bool tiled = false;
+    SerialLink m_link;
+    ReplayPlayer m_replay;
+    ToolWindows m_tools;
+    ViewHost m_views;
+    PositioningControl m_positioning;
+    RecordRouter m_router;
+    ControlPanel* m_panel = nullptr;
+    MainToolBar* m_bar = nullptr;
+    QString m_lastDirectory; ///< where the next choice of a capture begins
 };

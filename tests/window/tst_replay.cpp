@@ -77,8 +77,8 @@ public:
     /// The interval of the running replay timer, 0 while it is stopped.
     int Interval() const
     {
-        for (const QTimer* timer : window->findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) {
-            if (timer->isActive()) {
+        for (const QTimer* timer : window->findChildren<QTimer*>()) {
+            if (timer->isActive() && qobject_cast<ReplayPlayer*>(timer->parent()) != nullptr) {
                 return timer->interval();
             }
         }

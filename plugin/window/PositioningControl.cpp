@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "window/GnssWindow.h"
+#include "window/PositioningControl.h"
 
 #include "base/AckWait.h"
 #include "base/MessageBoxes.h"
@@ -8,15 +8,13 @@
 #include "base/WorkingLogs.h"
 #include "bridge/CallbackRouting.h"
 #include "bridge/CommandFrame.h"
-#include "protocol/LinkFrame.h"
-#include "views/log/NMEAViewWin.h"
-
 #include "host/support/CProductVersion.h"
-#include "host/support/ImageManager.h"
+#include "line/SerialLink.h"
+#include "protocol/LinkFrame.h"
+#include "window/WindowText.h"
 
-#include <QPushButton>
-#include <QSerialPort>
 #include <QTimer>
+#include <QWidget>
 
 namespace {
 
@@ -38,19 +36,24 @@ QByteArray CommandBytes(const char* atText, const char* frameText)
 
 } // namespace
 
-void GnssWindow::SlotSendStartStopCmd()
+PositioningControl::PositioningControl(SerialLink& link, QWidget* window)
+    : QObject(window), m_link(link), m_window(window)
+{
+}
+
+void PositioningControl::StartOrStop()
 {
     if (Global::positioningStarted) {
-        SlotStopBtnClicked();
+        Stop();
     } else {
-        SlotStartClicked();
+        Start();
     }
 }
 
-void GnssWindow::SlotStartClicked()
+void PositioningControl::Start()
 {
     if (Global::positioningStarted) {
-        ShowCriticalBox(this, tr("错误"), tr("当前已经启动，请勿重复触发！"));
+        ShowCriticalBox(m_window, WindowText::tr("错误"), WindowText::tr("当前已经启动，请勿重复触发！"));
         return;
     }
     const CommandFrame frame(ClassGnss::passThroughId, CommandBytes(protocol::kAtStart, startFrame));
@@ -68,36 +71,37 @@ void GnssWindow::SlotStartClicked()
         AppendStatus(result.message);
         if (result.state == 0) {
             Global::positioningStarted = true;
-            emit ChangeStartFlagSignal();
+            emit Changed();
         }
         // A refused start arms the first-fix clock as well.
         Global::firstFixText.clear();
         Global::startInstant = QDateTime::currentDateTime();
     } else {
-        AppendStatus(tr("发送start命令等待 ACK超时"));
+        AppendStatus(WindowText::tr("发送start命令等待 ACK超时"));
     }
     HighlightStatus();
     AckWait::Finish();
-    ClearWorkingLogFiles();
+    ClearWorkingLogs();
+    emit LogsCleared();
 }
 
-void GnssWindow::SlotStopBtnClicked()
+void PositioningControl::Stop()
 {
     if (!Global::positioningStarted) {
-        ShowCriticalBox(this, tr("错误"), tr("当前已经停止，请勿重复触发！"));
+        ShowCriticalBox(m_window, WindowText::tr("错误"), WindowText::tr("当前已经停止，请勿重复触发！"));
         return;
     }
-    const QPointer<GnssWindow> guard(this);
+    const QPointer<PositioningControl> guard(this);
     if (!SendReadyFrame(CommandBytes(protocol::kAtStop, stopFrame)) || guard.isNull()) {
         return;
     }
     // A stop is taken as done without waiting for its ACK.
     Global::positioningStarted = false;
-    AppendStatus(tr("停止GNSS定位"));
-    emit ChangeStartFlagSignal();
+    AppendStatus(WindowText::tr("停止GNSS定位"));
+    emit Changed();
 }
 
-bool GnssWindow::SendReadyFrame(const QByteArray& bytes)
+bool PositioningControl::SendReadyFrame(const QByteArray& bytes)
 {
     const CommandFrame frame(ClassGnss::passThroughId, bytes);
     if (frame.IsEncoded()) {
@@ -106,19 +110,10 @@ bool GnssWindow::SendReadyFrame(const QByteArray& bytes)
     return frame.IsEncoded();
 }
 
-void GnssWindow::SlotChangeSwitchImage()
+void PositioningControl::ProbeSilence()
 {
-    const bool started = Global::positioningStarted;
-    m_startStopBtn->setToolTip(started ? tr("停止定位") : tr("启动定位"));
-    m_startStopBtn->setIcon(
-        QIcon(ImageManager::GetPixmapObject(started ? QStringLiteral(":/images/images/gnss/startStatus.png")
-                                                    : QStringLiteral(":/images/images/gnss/stopStatus.png"))));
-}
-
-void GnssWindow::SlotProcSerialNoData()
-{
-    noDataTimer->stop();
-    const QPointer<GnssWindow> guard(this);
+    m_link.SilenceTimer()->stop();
+    const QPointer<PositioningControl> guard(this);
     if (!SendReadyFrame(QByteArray::fromHex(probeFrame)) || guard.isNull()) {
         return;
     }
@@ -127,31 +122,14 @@ void GnssWindow::SlotProcSerialNoData()
         return;
     }
     // What comes now only tells that the receiver is alive.
-    if (serialPort->isOpen() && !serialPort->readAll().isEmpty()) {
+    if (!m_link.TakeUnread().isEmpty()) {
         return;
     }
     Global::positioningStarted = false;
-    emit ChangeStartFlagSignal();
+    emit Changed();
 }
 
-void GnssWindow::ClearWorkingLogFiles()
-{
-    ClearWorkingLogs();
-    if (nmeaView != nullptr) {
-        nmeaView->ResetHistory();
-    }
-}
-
-void GnssWindow::OnAck(const void* record, int length)
-{
-    if (length <= 0) {
-        return;
-    }
-    GnssAck ack;
-    ack.ProcAck(record, static_cast<quint32>(length));
-}
-
-void GnssWindow::OnFirstFix()
+void PositioningControl::TakeFirstFix()
 {
     if (Global::replayRunning) {
         Global::firstFixText = QStringLiteral("0s");
