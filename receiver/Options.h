@@ -1,6 +1,7 @@
 #pragma once
 
 #include "receiver/Receiver.h"
+#include "tools/cli/CommandLine.h"
 
 #include <string>
 #include <vector>
@@ -18,11 +19,7 @@ struct Options {
     bool dieWithParent = false;
 };
 
-enum class OptionsResult {
-    Run,
-    Told, ///< `text` is the answer that was asked for
-    Bad,  ///< `text` says what is wrong
-};
+using OptionsResult = commandline::Result;
 
 /// `arguments` without the program's name. Reads the track file, if one is named.
 OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& text);

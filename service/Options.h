@@ -1,6 +1,7 @@
 #pragma once
 
 #include "service/ServiceFaults.h"
+#include "tools/cli/CommandLine.h"
 
 #include <string>
 #include <vector>
@@ -14,11 +15,7 @@ struct Options {
     ServiceFaults faults;
 };
 
-enum class OptionsResult {
-    Run,
-    Told, ///< `text` is what was asked for
-    Bad,  ///< `text` says what is wrong
-};
+using OptionsResult = commandline::Result;
 
 OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& text);
 
