@@ -3,7 +3,6 @@
 
 #include "receiver/TextNumbers.h"
 
-#include <cmath>
 #include <cstdio>
 
 namespace receiver {
@@ -62,15 +61,53 @@ bool ParsePair(std::string_view text, double& first, double& second)
            ParseDouble(text.substr(comma + 1), second);
 }
 
-bool ParseDistribution(std::string_view text, Distribution& distribution)
+/// Puts a value where it belongs, and says whether it is good.
+using Reader = std::function<bool(const std::string& value)>;
+
+Reader Text(std::string& text)
 {
-    return ParsePair(text, distribution.mean, distribution.deviation) && distribution.mean >= 0.0 &&
-           distribution.mean <= 1e6 && distribution.deviation >= 0.0 && distribution.deviation <= 1e6;
+    return [&text](const std::string& value) {
+        text = value;
+        return !value.empty();
+    };
 }
 
-bool ParseWithin(std::string_view text, double lowest, double highest, double& value)
+Reader Whole(int lowest, int highest, int& number)
 {
-    return ParseDouble(text, value) && value >= lowest && value <= highest;
+    return [=, &number](const std::string& value) {
+        std::int64_t integer = 0;
+        const bool good = ParseInteger(value, integer) && integer >= lowest && integer <= highest;
+        number = static_cast<int>(integer);
+        return good;
+    };
+}
+
+Reader Within(double lowest, double highest, double& number)
+{
+    return [=, &number](const std::string& value) {
+        return ParseDouble(value, number) && number >= lowest && number <= highest;
+    };
+}
+
+Reader Times(Distribution& times)
+{
+    return [&times](const std::string& value) {
+        return ParsePair(value, times.mean, times.deviation) && times.mean >= 0.0 && times.mean <= 1e6 &&
+               times.deviation >= 0.0 && times.deviation <= 1e6;
+    };
+}
+
+template <typename Kind> Reader OneOf(Kind& kind, const std::vector<std::pair<const char*, Kind>>& kinds)
+{
+    return [&kind, kinds](const std::string& value) {
+        for (const auto& [name, named] : kinds) {
+            if (value == name) {
+                kind = named;
+                return true;
+            }
+        }
+        return false;
+    };
 }
 
 bool ParseTrackOption(const std::string& value, const Geodetic& place, Motion& motion, std::string& error)
@@ -127,130 +164,53 @@ OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& o
 {
     ReceiverOptions& receiver = options.receiver;
     std::string track;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        std::string name = arguments[i];
-        if (name == "--help") {
-            text = kHelp;
-            return OptionsResult::Told;
-        }
-        if (name == "--list-faults") {
-            text = Faults::List();
-            return OptionsResult::Told;
-        }
-        if (name == "--idle") {
-            receiver.idle = true;
-            continue;
-        }
-        if (name == "--repeat") {
-            options.repeat = true;
-            continue;
-        }
-        if (name == "--die-with-parent") {
-            options.dieWithParent = true;
-            continue;
-        }
-        // Both "--name value" and "--name=value".
-        std::string value;
-        const std::size_t equals = name.find('=');
-        const bool joined = equals != std::string::npos;
-        if (joined) {
-            value = name.substr(equals + 1);
-            name.resize(equals);
-        } else if (i + 1 < arguments.size()) {
-            value = arguments[i + 1];
-        }
-        bool known = true;
-        bool good = true;
-        const char* expected = "";
-        std::int64_t integer = 0;
-        if (name == "--link") {
-            options.link = value;
-            good = !value.empty();
-            expected = "a path";
-        } else if (name == "--transcript") {
-            options.transcript = value;
-            good = !value.empty();
-            expected = "a path";
-        } else if (name == "--capture") {
-            options.capture = value;
-            good = !value.empty();
-            expected = "a path";
-        } else if (name == "--track") {
-            track = value;
-            good = !value.empty();
-            expected = "still, circle or a path";
-        } else if (name == "--seed") {
-            good = ParseUnsigned64(value, receiver.seed);
-            expected = "a whole number from 0";
-        } else if (name == "--product") {
-            good = ParseInteger(value, integer) && integer >= 0 && integer <= 65535;
-            receiver.product = static_cast<int>(integer);
-            expected = "a number from 0 to 65535";
-        } else if (name == "--rate") {
-            good = ParseInteger(value, integer) && (integer == 1 || integer == 5 || integer == 10);
-            receiver.rateHz = static_cast<int>(integer);
-            expected = "1, 5 or 10";
-        } else if (name == "--lat") {
-            good = ParseWithin(value, -90.0, 90.0, receiver.place.latitude);
-            expected = "degrees from -90 to 90";
-        } else if (name == "--lon") {
-            good = ParseWithin(value, -180.0, 180.0, receiver.place.longitude);
-            expected = "degrees from -180 to 180";
-        } else if (name == "--alt") {
-            good = ParseWithin(value, -1000.0, 100000.0, receiver.place.altitude);
-            expected = "metres from -1000 to 100000";
-        } else if (name == "--time") {
-            good = ParseUtc(value, receiver.utcAtPowerOn);
-            options.timeGiven = true;
-            expected = "a time as 2026-03-14T09:26:53";
-        } else if (name == "--ttff-cold") {
-            good = ParseDistribution(value, receiver.times.cold);
-            expected = "MEAN,SD in seconds";
-        } else if (name == "--ttff-hot") {
-            good = ParseDistribution(value, receiver.times.hot);
-            expected = "MEAN,SD in seconds";
-        } else if (name == "--error") {
-            good = ParseWithin(value, 0.0, 100000.0, receiver.errorMetres);
-            expected = "metres from 0 to 100000";
-        } else if (name == "--speed") {
-            good = value == "max" || ParseWithin(value, 0.0, 1e6, options.speed);
-            if (value == "max") {
-                options.speed = 0.0;
-            }
-            expected = "a factor from 0, or max";
-        } else if (name == "--memory") {
-            good = value == "empty" || value == "kept";
-            receiver.memoryKept = value == "kept";
-            expected = "empty or kept";
-        } else if (name == "--reports") {
-            good = value == "none" || value == "changes" || value == "all";
-            receiver.reports = value == "none"  ? ReportPolicy::None
-                               : value == "all" ? ReportPolicy::All
-                                                : ReportPolicy::Changes;
-            expected = "none, changes or all";
-        } else if (name == "--fault") {
-            if (!receiver.faults.Add(value, text)) {
-                return OptionsResult::Bad;
-            }
-        } else {
-            known = false;
-        }
-        if (!known) {
-            text = "unknown option " + arguments[i] + " (--help shows them all)";
-            return OptionsResult::Bad;
-        }
-        if (!joined && i + 1 == arguments.size()) {
-            text = name + " needs a value: " + expected;
-            return OptionsResult::Bad;
-        }
-        if (!good) {
-            text = name + ": \"" + value + "\" is not " + expected;
-            return OptionsResult::Bad;
-        }
-        i += joined ? 0 : 1;
+    cli::Parser line("unknown option ", " (--help shows them all)");
+    const auto add = [&line](const std::string& name, const std::string& expected, const Reader& read) {
+        const auto take = [name, expected, read](const std::string& value, std::string& error) {
+            error = name + ": \"" + value + "\" is not " + expected;
+            return read(value);
+        };
+        line.AddOption(name, "a value: " + expected, take);
+    };
+    line.AddAnswer("--help", [] { return kHelp; });
+    line.AddAnswer("--list-faults", Faults::List);
+    line.AddFlag("--idle", receiver.idle);
+    line.AddFlag("--repeat", options.repeat);
+    line.AddFlag("--die-with-parent", options.dieWithParent);
+    add("--link", "a path", Text(options.link));
+    add("--transcript", "a path", Text(options.transcript));
+    add("--capture", "a path", Text(options.capture));
+    add("--track", "still, circle or a path", Text(track));
+    add("--seed", "a whole number from 0",
+        [&](const std::string& value) { return ParseUnsigned64(value, receiver.seed); });
+    add("--product", "a number from 0 to 65535", Whole(0, 65535, receiver.product));
+    add("--rate", "1, 5 or 10", [&rate = receiver.rateHz](const std::string& value) {
+        return Whole(1, 10, rate)(value) && (rate == 1 || rate == 5 || rate == 10);
+    });
+    add("--lat", "degrees from -90 to 90", Within(-90.0, 90.0, receiver.place.latitude));
+    add("--lon", "degrees from -180 to 180", Within(-180.0, 180.0, receiver.place.longitude));
+    add("--alt", "metres from -1000 to 100000", Within(-1000.0, 100000.0, receiver.place.altitude));
+    add("--time", "a time as 2026-03-14T09:26:53", [&](const std::string& value) {
+        options.timeGiven = true;
+        return ParseUtc(value, receiver.utcAtPowerOn);
+    });
+    add("--ttff-cold", "MEAN,SD in seconds", Times(receiver.times.cold));
+    add("--ttff-hot", "MEAN,SD in seconds", Times(receiver.times.hot));
+    add("--error", "metres from 0 to 100000", Within(0.0, 100000.0, receiver.errorMetres));
+    add("--speed", "a factor from 0, or max",
+        [&](const std::string& value) { return Within(0.0, 1e6, options.speed)(value == "max" ? "0" : value); });
+    add("--memory", "empty or kept", OneOf(receiver.memoryKept, {{"empty", false}, {"kept", true}}));
+    add("--reports", "none, changes or all",
+        OneOf(receiver.reports,
+              {{"none", ReportPolicy::None}, {"changes", ReportPolicy::Changes}, {"all", ReportPolicy::All}}));
+    line.AddOption("--fault", "", [&](const std::string& value, std::string& error) {
+        return receiver.faults.Add(value, error);
+    });
+    const OptionsResult result = line.Read(arguments, text);
+    if (result == OptionsResult::Run && !ParseTrackOption(track, receiver.place, receiver.motion, text)) {
+        return OptionsResult::Bad;
     }
-    return ParseTrackOption(track, receiver.place, receiver.motion, text) ? OptionsResult::Run
-                                                                          : OptionsResult::Bad;
+    return result;
 }
 
 } // namespace receiver

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "cli/CommandLine.h"
 #include "receiver/Receiver.h"
 
 #include <string>
@@ -19,11 +20,7 @@ struct Options {
     bool dieWithParent = false;
 };
 
-enum class OptionsResult {
-    Run,
-    Told, ///< `text` is the answer that was asked for
-    Bad,  ///< `text` says what is wrong
-};
+using OptionsResult = cli::Result;
 
 /// `arguments` without the program's name. Reads the track file, if one is named.
 OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& text);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "cli/CommandLine.h"
 #include "receiver/TextNumbers.h"
 #include "receiver/Utc.h"
 #include "seeds/ModelSky.h"
@@ -12,8 +13,8 @@
 
 namespace {
 
+using cli::Arguments;
 using seeds::SeedError;
-using Arguments = std::vector<std::string>;
 
 constexpr int kUsage = 64;
 constexpr std::int64_t kDay = 86400;
@@ -30,10 +31,10 @@ usage: pgnss-seed write FILE [DAYS [UTC]]   a seed of the virtual receiver's sky
 UTC is written as 2026-03-14T09:26:53. The exit status is the decoder's error code; 64 for bad usage.
 )";
 
-bool TakeTime(const Arguments& arguments, std::size_t index, std::int64_t usual, std::int64_t& seconds)
+bool TakeTime(const Arguments& words, std::int64_t usual, std::int64_t& seconds)
 {
     receiver::Millis utc = usual * 1000;
-    if (index < arguments.size() && !receiver::ParseUtc(arguments[index], utc)) {
+    if (words.size() > 2 && !receiver::ParseUtc(words[2], utc)) {
         return false;
     }
     seconds = utc / 1000;
@@ -61,12 +62,12 @@ std::string UtcText(std::uint32_t seconds)
     return text;
 }
 
-int Write(const Arguments& arguments, std::int64_t now)
+int Write(const Arguments& words, std::int64_t now)
 {
     std::int64_t days = 7;
     std::int64_t start = 0;
-    if ((arguments.size() > 2 && !receiver::ParseInteger(arguments[2], days)) || days < 1 || days > 60 ||
-        !TakeTime(arguments, 3, now - 3600, start)) {
+    if ((words.size() > 1 && !receiver::ParseInteger(words[1], days)) || days < 1 || days > 60 ||
+        !TakeTime(words, now - 3600, start)) {
         return kUsage;
     }
     if (start < seeds::kEarliestSeedTime || start + days * kDay > seeds::kLatestSeedTime) {
@@ -75,14 +76,14 @@ int Write(const Arguments& arguments, std::int64_t now)
     const seeds::Seed seed =
         seeds::MakeModelSeed(static_cast<std::uint32_t>(now), static_cast<std::uint32_t>(start),
                              static_cast<std::uint32_t>(start + days * kDay));
-    return Report(seeds::WriteWholeFile(arguments[1], seeds::PackSeed(seed)) ? SeedError::None
-                                                                             : SeedError::CannotWrite);
+    return Report(seeds::WriteWholeFile(words[0], seeds::PackSeed(seed)) ? SeedError::None
+                                                                         : SeedError::CannotWrite);
 }
 
-int Show(const Arguments& arguments)
+int Show(const Arguments& words)
 {
     seeds::Seed seed;
-    const SeedError error = seeds::ReadSeedFile(arguments[1], seed);
+    const SeedError error = seeds::ReadSeedFile(words[0], seed);
     if (error != SeedError::None) {
         return Report(error);
     }
@@ -96,54 +97,36 @@ int Show(const Arguments& arguments)
     return 0;
 }
 
-int Expand(const Arguments& arguments, std::int64_t now)
+int Expand(const Arguments& words, std::int64_t now)
 {
     std::int64_t time = 0;
-    if (!TakeTime(arguments, 3, now, time)) {
+    if (!TakeTime(words, now, time)) {
         return kUsage;
     }
     seeds::Seed seed;
     std::vector<seeds::OutputFile> files;
-    SeedError error = seeds::ReadSeedFile(arguments[1], seed);
+    SeedError error = seeds::ReadSeedFile(words[0], seed);
     if (error == SeedError::None) {
         const bool tells = time >= 0 && time <= seeds::kLatestSeedTime;
         error = tells ? seeds::ExpandSeed(seed, static_cast<std::uint32_t>(time), files) : SeedError::OutsideSpan;
     }
-    return Report(error == SeedError::None ? seeds::WriteFiles(arguments[2], files) : error);
+    return Report(error == SeedError::None ? seeds::WriteFiles(words[1], files) : error);
 }
 
-int Run(const Arguments& arguments)
+int WriteScenes(const Arguments& words)
 {
-    const std::int64_t now = static_cast<std::int64_t>(std::time(nullptr));
-    const std::size_t count = arguments.size();
-    const std::string verb = count > 0 ? arguments[0] : std::string();
-    if (verb == "write" && count >= 2 && count <= 4) {
-        return Write(arguments, now);
-    }
-    if (verb == "show" && count == 2) {
-        return Show(arguments);
-    }
-    if (verb == "expand" && count >= 3 && count <= 4) {
-        return Expand(arguments, now);
-    }
-    if (verb == "scenes" && count == 2) {
-        return Report(seeds::WriteSampleScenes(arguments[1]));
-    }
-    return kUsage;
+    return Report(seeds::WriteSampleScenes(words[0]));
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    const Arguments arguments(argv + 1, argv + argc);
-    if (arguments.size() == 1 && arguments[0] == "--help") {
-        std::fputs(kHelp, stdout);
-        return 0;
-    }
-    const int status = Run(arguments);
-    if (status == kUsage) {
-        std::fputs(kHelp, stderr);
-    }
-    return status;
+    const std::int64_t now = static_cast<std::int64_t>(std::time(nullptr));
+    return cli::RunCommand(kHelp, kUsage,
+                           {{"write", 1, 3, [now](const Arguments& words) { return Write(words, now); }},
+                            {"show", 1, 1, Show},
+                            {"expand", 2, 3, [now](const Arguments& words) { return Expand(words, now); }},
+                            {"scenes", 1, 1, WriteScenes}},
+                           argc, argv);
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "service/Options.h"
 
-#include <charconv>
+#include "receiver/TextNumbers.h"
 
 namespace service {
 
@@ -28,44 +28,30 @@ client must trust, DIR/client.conf holds the application id and the key.
 
 OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& text)
 {
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        std::string name = arguments[i];
-        std::string value;
-        bool given = false;
-        if (name == "--help" || name == "--list-faults") {
-            text = name == "--help" ? kHelp : ServiceFaults::List();
-            return OptionsResult::Told;
-        }
-        if (name == "--die-with-parent") {
-            options.dieWithParent = true;
-            continue;
-        }
-        if (name != "--folder" && name != "--port" && name != "--fault") {
-            text = "unknown option \"" + name + "\" (--help lists them)";
-            return OptionsResult::Bad;
-        }
-        if (i + 1 < arguments.size()) {
-            value = arguments[++i];
-            given = !value.empty();
-        }
-        if (!given) {
-            text = name + " needs a value";
-            return OptionsResult::Bad;
-        }
-        if (name == "--folder") {
-            options.folder = value;
-        } else if (name == "--port") {
-            const char* end = value.data() + value.size();
-            const auto result = std::from_chars(value.data(), end, options.port);
-            if (result.ec != std::errc() || result.ptr != end) {
-                text = "--port: no such port";
-                return OptionsResult::Bad;
-            }
-        } else if (!options.faults.Add(value, text)) {
-            return OptionsResult::Bad;
-        }
-    }
-    return OptionsResult::Run;
+    cli::Parser line("unknown option \"", "\" (--help lists them)");
+    line.RefuseJoined();
+    const auto add = [&line](const std::string& name, const cli::Parser::TakeValue& take) {
+        line.AddOption(name, "a value", [name, take](const std::string& value, std::string& error) {
+            error = name + " needs a value";
+            return !value.empty() && take(value, error);
+        });
+    };
+    line.AddAnswer("--help", [] { return kHelp; });
+    line.AddAnswer("--list-faults", ServiceFaults::List);
+    line.AddFlag("--die-with-parent", options.dieWithParent);
+    add("--folder", [&](const std::string& value, std::string&) {
+        options.folder = value;
+        return true;
+    });
+    add("--port", [&](const std::string& value, std::string& error) {
+        std::uint64_t port = 0;
+        const bool good = receiver::ParseUnsigned64(value, port) && port <= 65535;
+        options.port = static_cast<std::uint16_t>(port);
+        error = "--port: no such port";
+        return good;
+    });
+    add("--fault", [&](const std::string& value, std::string& error) { return options.faults.Add(value, error); });
+    return line.Read(arguments, text);
 }
 
 } // namespace service

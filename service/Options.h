@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "cli/CommandLine.h"
 #include "service/ServiceFaults.h"
 
 #include <string>
@@ -15,11 +16,7 @@ struct Options {
     ServiceFaults faults;
 };
 
-enum class OptionsResult {
-    Run,
-    Told, ///< `text` is what was asked for
-    Bad,  ///< `text` says what is wrong
-};
+using OptionsResult = cli::Result;
 
 OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& text);
 

@@ -195,14 +195,30 @@ private slots:
         for (const QString& words : QString(wrong).split('|')) {
             QVERIFY2(parse(words) == receiver::OptionsResult::Bad && !text.empty(), qPrintable(words));
         }
+        // The first error is told, and nothing is guessed: no short forms, no values of flags.
+        const QPair<const char*, std::string> told[] = {
+            {"--link=", "--link: \"\" is not a path"},
+            {"--link --seed", "--track: /none cannot be read"},
+            {"--idle --seed", "--seed needs a value: a whole number from 0"},
+            {"--rate=1e3", "--rate: \"1e3\" is not 1, 5 or 10"},
+            {"--idle=true", "unknown option --idle=true (--help shows them all)"},
+            {"--lin x", "unknown option --lin (--help shows them all)"},
+            {"--what --rate 7", "unknown option --what (--help shows them all)"},
+            {"-- --help", "unknown option -- (--help shows them all)"},
+            {"--fault", "no fault is named \"\" (--list-faults shows them)"},
+        };
+        for (const auto& [words, error] : told) {
+            const QString line = QString("--track /none ") + words;
+            QVERIFY2(parse(line) == receiver::OptionsResult::Bad && text == error, words);
+        }
         QCOMPARE(parse("--help"), receiver::OptionsResult::Told);
         QVERIFY(text.find("--transcript") != std::string::npos);
-        QCOMPARE(parse("--rate=5 --lat -33.5 --lon 151 --time 2026-01-02T03:04:05 --speed "
+        QCOMPARE(parse("--rate=5 --rate 010 --lat -33.5 --lon 151 --time 2026-01-02T03:04:05 --speed "
                        "max --ttff-hot 2,0.5 "
                        "--fault ack-late=20 --idle --fault garbage --fault unplug=1.5,2"),
                  receiver::OptionsResult::Run);
         const receiver::ReceiverOptions& receiver = options.receiver;
-        QVERIFY(receiver.rateHz == 5 && receiver.motion.At(5.0).place.latitude == -33.5);
+        QVERIFY(receiver.rateHz == 10 && receiver.motion.At(5.0).place.latitude == -33.5);
         QVERIFY(receiver.times.hot.deviation == 0.5 && receiver.faults.ackLateMillis == 20);
         QVERIFY(receiver.faults.unplugAt == 1.5 && receiver.faults.replugAfter == 2.0);
         QVERIFY(receiver.idle && options.timeGiven && options.speed == 0.0);

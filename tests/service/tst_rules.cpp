@@ -204,13 +204,17 @@ private Q_SLOTS:
     {
         Options options;
         std::string text;
-        QVERIFY(ParseOptions({"--folder", "/f", "--port", "8443", "--fault", "slow=20", "--fault", "empty"},
-                             options, text) == OptionsResult::Run);
+        QVERIFY(ParseOptions(
+                    {"--folder", "/f", "--port", "1", "--port", "08443", "--fault", "slow=20", "--fault", "empty"},
+                    options, text) == OptionsResult::Run);
         QVERIFY(options.folder == "/f" && options.port == 8443 && options.faults.slowMillis == 20 &&
                 options.faults.empty);
         for (const std::vector<std::string>& bad : {std::vector<std::string>{"--port"},
                                                     {"--port", "65536"},
                                                     {"--port", "x"},
+                                                    {"--port=80"},
+                                                    {"--folder=", "/f"},
+                                                    {"--die-with-parent=1"},
                                                     {"file"},
                                                     {"--folder", ""},
                                                     {"--fault", "slow"},

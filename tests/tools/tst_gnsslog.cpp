@@ -64,11 +64,44 @@ private Q_SLOTS:
             {{"nmea", "a", "b"}, "more than one file given"},
             {{"csv", "--json", "a"}, "--json belongs to info"},
             {{"help", "dance"}, "unknown command dance"},
+            {{"help", "--json"}, "unknown command --json"},
+            {{"nmea", "a", "--output"}, "--output needs a file"},
+            {{"nmea", "a", "b", "--colour"}, "more than one file given"},
+            {{"info", "--", "--json", "a"}, "more than one file given"},
+            {{"--colour", "--help"}, "unknown option --colour"},
+            {{"info", "--json=true"}, "unknown option --json=true"},
+            {{"-hx"}, "unknown option -hx"},
         };
         for (const auto& [arguments, message] : rows) {
             const auto run = GnssLog(arguments);
             QCOMPARE(run.errors, "gnss-log: " + message + " (--help tells more)\n");
             QVERIFY(run.code == 2 && run.output.isEmpty());
+        }
+    }
+
+    /// Words behind a command may begin with a dash, and numbers with zeros.
+    void CommandsTakeTheirWords()
+    {
+        const QString wrong = "wrong usage";
+        const std::tuple<QString, QStringList, int, QString> rows[] = {
+            {"pgnss-seed", {"write", "--new", "010", "2026-01-02T00:00:00"}, 0, ""},
+            {"pgnss-seed", {"show", "--new"}, 0, "valid 2026-01-02T00:00:00Z to 2026-01-12T00:00:00Z\n"},
+            {"pgnss-seed", {"show", "--help"}, 2, ""},
+            {"pgnss-seed", {"--help"}, 0, "pgnss-seed: "},
+            {"pgnss-seed", {"write", "a", "0x10"}, 64, wrong},
+            {"pgnss-seed", {"show", "--new", "show"}, 64, wrong},
+            {"pgnss-seed", {"--help", "show"}, 64, wrong},
+            {"pgnss-seed", {"-h"}, 64, wrong},
+            {"firmware-image", {"make", "-a", "-b"}, 1, ""},
+            {"firmware-image", {"--help"}, 0, "firmware-image: "},
+            {"firmware-image", {"make", "a"}, 2, wrong},
+            {"firmware-image", {}, 2, wrong},
+        };
+        for (const auto& [program, arguments, code, output] : rows) {
+            const ProgramRun run(GNSS_BUILD_BIN "/" + program, arguments);
+            QVERIFY2(run.code == code, qPrintable(program + ' ' + arguments.join(' ')));
+            QVERIFY(output == wrong ? run.errors.contains("\n\nusage: ") && run.output.isEmpty()
+                                    : QString(run.output).startsWith(output));
         }
     }
 

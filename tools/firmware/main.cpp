@@ -3,14 +3,16 @@
 
 #include "tools/firmware/ImageDescription.h"
 
+#include "cli/CommandLine.h"
 #include "protocol/FirmwareImage.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <string>
-#include <string_view>
 
 namespace {
+
+using cli::Arguments;
 
 constexpr int kFailed = 1;
 constexpr int kUsage = 2;
@@ -36,9 +38,9 @@ The description is a text with one command a line; # begins a comment line.
 A VALUE is "text", hex DIGITS or random COUNT SEED.
 )";
 
-bool ReadFile(const char* path, std::string& content)
+bool ReadFile(const std::string& path, std::string& content)
 {
-    std::FILE* file = std::fopen(path, "rb");
+    std::FILE* file = std::fopen(path.c_str(), "rb");
     if (file == nullptr) {
         return false;
     }
@@ -51,9 +53,9 @@ bool ReadFile(const char* path, std::string& content)
     return good;
 }
 
-bool WriteFile(const char* path, const std::string& content)
+bool WriteFile(const std::string& path, const std::string& content)
 {
-    std::FILE* file = std::fopen(path, "wb");
+    std::FILE* file = std::fopen(path.c_str(), "wb");
     if (file == nullptr) {
         return false;
     }
@@ -67,18 +69,20 @@ int Fail(const std::string& text)
     return kFailed;
 }
 
-int Make(const char* descriptionPath, const char* imagePath)
+int Make(const Arguments& words)
 {
+    const std::string& descriptionPath = words[0];
+    const std::string& imagePath = words[1];
     std::string description;
     std::string image;
     std::string error;
     if (!ReadFile(descriptionPath, description)) {
-        return Fail(std::string(descriptionPath) + " cannot be read");
+        return Fail(descriptionPath + " cannot be read");
     }
     if (!MakeImage(description, image, error)) {
-        return Fail(std::string(descriptionPath) + ": " + error);
+        return Fail(descriptionPath + ": " + error);
     }
-    return WriteFile(imagePath, image) ? 0 : Fail(std::string(imagePath) + " cannot be written");
+    return WriteFile(imagePath, image) ? 0 : Fail(imagePath + " cannot be written");
 }
 
 void ShowBytes(const std::string& bytes)
@@ -89,11 +93,12 @@ void ShowBytes(const std::string& bytes)
     std::printf("%s\n", bytes.size() > kShownBytes ? " ..." : "");
 }
 
-int Show(const char* path)
+int Show(const Arguments& words)
 {
+    const std::string& path = words[0];
     std::string content;
     if (!ReadFile(path, content)) {
-        return Fail(std::string(path) + " cannot be read");
+        return Fail(path + " cannot be read");
     }
     std::size_t at = 0;
     protocol::FirmwareImage image([&](char* out, std::size_t size) {
@@ -103,7 +108,7 @@ int Show(const char* path)
         return count;
     });
     if (!image.ReadHeader()) {
-        return Fail(std::string(path) + " has no header");
+        return Fail(path + " has no header");
     }
     std::printf("header");
     ShowBytes(content.substr(0, protocol::kImageHeaderSize));
@@ -122,14 +127,5 @@ int Show(const char* path)
 
 int main(int argc, char** argv)
 {
-    const std::string_view command = argc > 1 ? argv[1] : "";
-    if (command == "make" && argc == 4) {
-        return Make(argv[2], argv[3]);
-    }
-    if (command == "show" && argc == 3) {
-        return Show(argv[2]);
-    }
-    const bool help = command == "--help" && argc == 2;
-    std::fputs(kHelp, help ? stdout : stderr);
-    return help ? 0 : kUsage;
+    return cli::RunCommand(kHelp, kUsage, {{"make", 2, 2, Make}, {"show", 1, 1, Show}}, argc, argv);
 }

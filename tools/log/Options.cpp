@@ -8,6 +8,10 @@ namespace tools {
 
 namespace {
 
+using cli::Bad;
+using cli::Told;
+using cli::Verdict;
+
 struct CommandText {
     Command command;
     const char* name;
@@ -76,133 +80,7 @@ std::string CommandHelp(const CommandText& entry)
            kCommonOptions + "\nWithout FILE, or with -, standard input is read.\n" + kExitCodes;
 }
 
-class Parser {
-public:
-    Parser(const std::vector<std::string>& arguments, Options& options, std::string& text)
-        : m_arguments(arguments), m_options(options), m_text(text)
-    {
-    }
-
-    OptionsResult Run();
-
-private:
-    OptionsResult Bad(const std::string& what)
-    {
-        m_text = what;
-        return OptionsResult::Bad;
-    }
-    OptionsResult Told(const std::string& what)
-    {
-        m_text = what;
-        return OptionsResult::Told;
-    }
-    OptionsResult TakeOption(const std::string& argument);
-    OptionsResult TakeOutput(const std::string& path);
-    OptionsResult TakeWord(const std::string& word);
-    OptionsResult Help(const std::string& name);
-
-    const std::vector<std::string>& m_arguments;
-    Options& m_options;
-    std::string& m_text;
-    std::size_t m_next = 0;
-    const CommandText* m_command = nullptr;
-};
-
-OptionsResult Parser::Run()
-{
-    bool onlyWords = false;
-    while (m_next < m_arguments.size()) {
-        const std::string& argument = m_arguments[m_next++];
-        OptionsResult result = OptionsResult::Run;
-        if (!onlyWords && argument == "--") {
-            onlyWords = true;
-        } else if (!onlyWords && argument.size() > 1 && argument[0] == '-') {
-            result = TakeOption(argument);
-        } else {
-            result = TakeWord(argument);
-        }
-        if (result != OptionsResult::Run) {
-            return result;
-        }
-    }
-    if (m_command == nullptr) {
-        return Bad("no command given");
-    }
-    if (m_options.json && m_options.command != Command::Info) {
-        return Bad("--json belongs to info");
-    }
-    return OptionsResult::Run;
-}
-
-OptionsResult Parser::TakeOption(const std::string& argument)
-{
-    const std::string outputName = "--output=";
-    if (argument == "-h" || argument == "--help") {
-        return Told(m_command != nullptr ? CommandHelp(*m_command) : GeneralHelp());
-    }
-    if (argument == "--version") {
-        return Told("gnss-log " GNSS_VERSION "\n");
-    }
-    if (argument == "--json") {
-        m_options.json = true;
-        return OptionsResult::Run;
-    }
-    if (argument == "--no-progress") {
-        m_options.progress = false;
-        return OptionsResult::Run;
-    }
-    if (argument == "-o" || argument == "--output") {
-        if (m_next == m_arguments.size()) {
-            return Bad(argument + " needs a file");
-        }
-        return TakeOutput(m_arguments[m_next++]);
-    }
-    if (argument.compare(0, outputName.size(), outputName) == 0) {
-        return TakeOutput(argument.substr(outputName.size()));
-    }
-    if (argument.size() > 2 && argument[1] == 'o') {
-        return TakeOutput(argument.substr(2));
-    }
-    return Bad("unknown option " + argument);
-}
-
-OptionsResult Parser::TakeOutput(const std::string& path)
-{
-    if (path.empty()) {
-        return Bad("-o needs a file");
-    }
-    if (!m_options.output.empty()) {
-        return Bad("more than one output given");
-    }
-    m_options.output = path;
-    return OptionsResult::Run;
-}
-
-OptionsResult Parser::TakeWord(const std::string& word)
-{
-    if (m_command == nullptr) {
-        if (word == "help") {
-            return Help(m_next < m_arguments.size() ? m_arguments[m_next] : std::string());
-        }
-        m_command = Find(word);
-        if (m_command == nullptr) {
-            return Bad("unknown command " + word);
-        }
-        m_options.command = m_command->command;
-        return OptionsResult::Run;
-    }
-    if (m_options.inputGiven) {
-        return Bad("more than one file given");
-    }
-    if (word.empty()) {
-        return Bad("the name of the file is empty");
-    }
-    m_options.inputGiven = true;
-    m_options.input = word;
-    return OptionsResult::Run;
-}
-
-OptionsResult Parser::Help(const std::string& name)
+Verdict HelpFor(const std::string& name)
 {
     if (name.empty()) {
         return Told(GeneralHelp());
@@ -211,11 +89,70 @@ OptionsResult Parser::Help(const std::string& name)
     return command != nullptr ? Told(CommandHelp(*command)) : Bad("unknown command " + name);
 }
 
+bool TakeOutput(const std::string& path, Options& options, std::string& error)
+{
+    if (path.empty() || !options.output.empty()) {
+        error = path.empty() ? "-o needs a file" : "more than one output given";
+        return false;
+    }
+    options.output = path;
+    return true;
+}
+
+Verdict TakeInput(const std::string& path, Options& options)
+{
+    if (options.inputGiven) {
+        return Bad("more than one file given");
+    }
+    if (path.empty()) {
+        return Bad("the name of the file is empty");
+    }
+    options.inputGiven = true;
+    options.input = path;
+    return {};
+}
+
+Verdict TakeCommand(const std::string& name, const CommandText*& command, Options& options)
+{
+    command = Find(name);
+    if (command == nullptr) {
+        return Bad("unknown command " + name);
+    }
+    options.command = command->command;
+    return {};
+}
+
 } // namespace
 
 OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& text)
 {
-    return Parser(arguments, options, text).Run();
+    const CommandText* command = nullptr;
+    cli::Parser line("unknown option ", "");
+    line.AddAnswer("-h,--help", [&] { return command != nullptr ? CommandHelp(*command) : GeneralHelp(); });
+    line.AddAnswer("--version", [] { return "gnss-log " GNSS_VERSION "\n"; });
+    line.AddFlag("--json", options.json);
+    line.AddFlag("--no-progress", options.progress, false);
+    line.AddOption("-o,--output", "a file",
+                   [&](const std::string& path, std::string& error) { return TakeOutput(path, options, error); });
+    line.AddWords([&](const std::string& word, const std::string& next) {
+        if (command != nullptr) {
+            return TakeInput(word, options);
+        }
+        return word == "help" ? HelpFor(next) : TakeCommand(word, command, options);
+    });
+    const OptionsResult result = line.Read(arguments, text);
+    if (result != OptionsResult::Run) {
+        return result;
+    }
+    if (command == nullptr) {
+        text = "no command given";
+        return OptionsResult::Bad;
+    }
+    if (options.json && options.command != Command::Info) {
+        text = "--json belongs to info";
+        return OptionsResult::Bad;
+    }
+    return OptionsResult::Run;
 }
 
 } // namespace tools

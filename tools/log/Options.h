@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "cli/CommandLine.h"
+
 #include <string>
 #include <vector>
 
@@ -17,11 +19,7 @@ struct Options {
     bool progress = true; ///< allowed, where there is a terminal to show it on
 };
 
-enum class OptionsResult {
-    Run,
-    Told, ///< `text` is for standard output: help or the version
-    Bad,  ///< `text` tells what is wrong
-};
+using OptionsResult = cli::Result;
 
 /// Reads what follows the program's name. Options and the file may stand in any order; "--" ends the options.
 OptionsResult ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& text);
