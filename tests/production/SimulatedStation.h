@@ -68,7 +68,8 @@ public:
     {
         QString text = sequencer->TestRunning() ? "running" : "idle";
         for (const UnitTimer timer : timers.keys()) {
-            text += QStringList{" timeout %1", " delay %1", " read"}.at(int(timer)).arg(timers[timer]);
+            text += QStringList{" timeout ", " delay ", " read"}.at(int(timer));
+            text += timer == UnitTimer::Read ? QString() : QString::number(timers[timer]);
         }
         return text + (offered ? "" : " taken") + (portOpen ? " open" : "");
     }

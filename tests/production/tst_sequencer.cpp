@@ -79,6 +79,8 @@ private Q_SLOTS:
                                       << "3,40,1,1,10,FAILED,0,0,NA,41,";
         QTest::newRow("nothing needed") << "" << Gga("1.00", 1) + Gga("2.00", 1) << "1PASS通过"
                                         << "0,0,0,0,10,PASS,0,0,NA,NA,";
+        QTest::newRow("the signals go") << "gps" << Signals(44, 46) + Gga("1.00", 1) + Gga("2.00", 1)
+                                        << "2" + weakGps << "0,0,0,0,10,FAILED,0,0,40,NA,";
         // Those that are not judged run into no timeout either.
         QTest::newRow("one time twice") << "" << Gga("1.00", 1) + Gga("1.00", 1) << ""
                                         << "";
@@ -187,14 +189,17 @@ private Q_SLOTS:
         station.Pass(69990);
         station.Say(Unit(44, 46));
         QVERIFY(station.done.contains("2/3") && station.rows.last().startsWith("PN7,44,46,2,1,4,PASS,"));
+        next({});
+        station.Pass(100000);
+        QVERIFY(station.done.contains("2/4") && station.rows.last().contains(",NA,FAILED,0,0,"));
         // A report that cannot be opened is told, and changes nothing else.
         station.reports = false;
         QVERIFY(next(Unit(44, 46))
-                    .endsWith(" 3/4 shown row" + toTheEnd +
+                    .endsWith(" 3/5 shown row" + toTheEnd +
                               " report Production test report generation failed: An exception occurred when "
                               "opening the report file"));
         QCOMPARE(station.State(), QString("idle"));
-        QCOMPARE(station.rows.size(), 4);
+        QCOMPARE(station.rows.size(), 5);
     }
 
     void AStopInEachState()
