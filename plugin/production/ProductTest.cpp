@@ -3,6 +3,7 @@
 
 #include "base/FileDialogs.h"
 #include "base/FixedFont.h"
+#include "base/ReadyCommand.h"
 #include "line/PortList.h"
 #include "line/RawCapture.h"
 #include "line/SerialLine.h"
@@ -26,9 +27,6 @@
 
 namespace {
 
-constexpr char startFrame[] = "7e 04 19 00 01 00 03 00 00 00 0c 00 01 00 00 00 01 00 01 00 00 00 00 00 7e";
-constexpr char stopFrame[] = "7e 04 0d 00 02 00 00 00 00 00 00 00 7e";
-
 constexpr char passColour[] = "green";
 constexpr char failColour[] = "red";
 
@@ -48,7 +46,7 @@ QString GroupText(const SignalGroup& group)
 
 const SignalGroup& GroupOf(const EpochSignals& sums, char letter)
 {
-    return sums.each[std::string_view(kConstellationLetters).find(letter)];
+    return sums.each[protocol::PlaceIn(kEpochOrder, letter)];
 }
 
 } // namespace
@@ -212,7 +210,7 @@ void ProductTest::SlotStartTest()
     if (!m_serialPort->isOpen() && !OpenPort()) {
         return;
     }
-    m_serialPort->write(QByteArray::fromHex(startFrame));
+    m_serialPort->write(ReadyFrameBytes(protocol::ReadyFrame::Start));
     m_serialPort->flush();
     ui->startTestBtn->setEnabled(false);
     StationWait(startWaitMs);
@@ -242,7 +240,7 @@ void ProductTest::SlotStopTest()
     }
     if (open) {
         // What is still queued when the port closes would be lost.
-        WriteThrough(*m_serialPort, QByteArray::fromHex(stopFrame));
+        WriteThrough(*m_serialPort, ReadyFrameBytes(protocol::ReadyFrame::Stop));
     }
     ui->startTestBtn->setEnabled(true);
     if (m_serialPort->isOpen()) {
