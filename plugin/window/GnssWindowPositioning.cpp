@@ -4,11 +4,11 @@
 #include "base/AckWait.h"
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"
+#include "base/ReadyCommand.h"
 #include "base/StatusLog.h"
 #include "base/WorkingLogs.h"
 #include "bridge/CallbackRouting.h"
 #include "bridge/CommandFrame.h"
-#include "protocol/LinkFrame.h"
 #include "views/log/NMEAViewWin.h"
 
 #include "host/support/CProductVersion.h"
@@ -22,19 +22,6 @@ namespace {
 
 constexpr int startAckLimitMs = 1000;
 constexpr int probeWaitMs = 1000;
-
-const char startFrame[] = "7e 04 19 00 01 00 03 00 00 00 0c 00 01 00 00 00 01 00 01 00 00 00 00 00 7e";
-const char stopFrame[] = "7e 04 0d 00 02 00 00 00 00 00 00 00 7e";
-const char probeFrame[] = "7e 04 0e 00 05 00 00 00 00 00 01 00 00 7e";
-
-/// The bytes of a command: AT text with its line end for the AT product, else the hand-made frame.
-QByteArray CommandBytes(const char* atText, const char* frameText)
-{
-    if (CProductVersion::GetVersion() == protocol::kAtProduct) {
-        return QByteArray(atText) + "\r\n";
-    }
-    return QByteArray::fromHex(frameText);
-}
 
 } // namespace
 
@@ -53,7 +40,8 @@ void GnssWindow::SlotStartClicked()
         ShowCriticalBox(this, tr("错误"), tr("当前已经启动，请勿重复触发！"));
         return;
     }
-    const CommandFrame frame(ClassGnss::passThroughId, CommandBytes(protocol::kAtStart, startFrame));
+    const CommandFrame frame(ClassGnss::passThroughId,
+                             ReadyCommandBytes(protocol::ReadyFrame::Start, CProductVersion::GetVersion()));
     if (!frame.IsEncoded()) {
         return;
     }
@@ -66,7 +54,7 @@ void GnssWindow::SlotStartClicked()
     }
     if (result.outcome == AckOutcome::Answered) {
         AppendStatus(result.message);
-        if (result.state == 0) {
+        if (result.state == AckStateAccepted) {
             Global::positioningStarted = true;
             emit ChangeStartFlagSignal();
         }
@@ -88,7 +76,8 @@ void GnssWindow::SlotStopBtnClicked()
         return;
     }
     const QPointer<GnssWindow> guard(this);
-    if (!SendReadyFrame(CommandBytes(protocol::kAtStop, stopFrame)) || guard.isNull()) {
+    if (!SendReadyFrame(ReadyCommandBytes(protocol::ReadyFrame::Stop, CProductVersion::GetVersion())) ||
+        guard.isNull()) {
         return;
     }
     // A stop is taken as done without waiting for its ACK.
@@ -119,7 +108,7 @@ void GnssWindow::SlotProcSerialNoData()
 {
     noDataTimer->stop();
     const QPointer<GnssWindow> guard(this);
-    if (!SendReadyFrame(QByteArray::fromHex(probeFrame)) || guard.isNull()) {
+    if (!SendReadyFrame(ReadyFrameBytes(protocol::ReadyFrame::Probe)) || guard.isNull()) {
         return;
     }
     PumpDelay(probeWaitMs);
