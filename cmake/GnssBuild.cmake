@@ -51,7 +51,6 @@ function(gnss_room name)
         # Unique symbols would keep a library that is loaded at run time from being unloaded.
         target_compile_options(gnss_${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
     endif()
-    set_property(GLOBAL APPEND PROPERTY GNSS_ROOMS "${name}|${CMAKE_CURRENT_SOURCE_DIR}")
 endfunction()
 
 # gnss_test(TOPIC [LINKS target...] [NEEDS target...] [DEFINES name=value...] [ENV name=value...] [TIMEOUT seconds]

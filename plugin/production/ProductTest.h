@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "production/EpochSignals.h"
-#include "production/UnitJudge.h"
-#include "production/UnitReport.h"
-#include "protocol/NmeaScan.h"
+#include "production/StationViews.h"
+#include "production/UnitSequencer.h"
+#include "production/UnitTestHost.h"
 
-#include <QDateTime>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
@@ -14,7 +12,6 @@
 #include <memory>
 
 class QSerialPort;
-class QStandardItemModel;
 class QTimer;
 
 namespace Ui {
@@ -22,8 +19,9 @@ class ProductTest;
 }
 
 /// One station of the factory test: one click loads a unit's firmware, starts it, watches its sentences and judges
-/// it. It has a serial port of its own and reads the sentences itself; each window is independent of the others.
-class ProductTest : public QWidget {
+/// it. Form, timers and a serial port of its own around the sequencer; each window is independent of the
+/// others.
+class ProductTest : public QWidget, private UnitTestHost {
     Q_OBJECT
 
 public:
@@ -50,28 +48,23 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    // Start
+    // UnitTestHost
+    UnitRecord Form() const override;
+    QDateTime Now() const override;
+    QString NewRawLog() override;
+    void KeepRaw(const QString& rawLogPath, const QByteArray& bytes) override;
+    bool LoadFirmware() override;
+    UnitPort OpenPort() override;
+    void ClosePort() override;
+    void Send(UnitFrame frame) override;
+    bool Wait(int milliseconds) override;
+    void StartTimer(UnitTimer timer, int milliseconds) override;
+    void StopTimer(UnitTimer timer) override;
+
+    void ConnectControls();
     void UpdatePortInfo();
-    void ReadSettings();
-    void CreateRawLog();
-    bool LoadUnitFirmware();
-    bool OpenPort();
-
-    // Sentences
-    void Scan(const QByteArray& bytes);
-    void HandleSentence(const protocol::NmeaSentence& sentence, QStringList& shown);
-    void CloseEpoch();
-    void ShowEpoch(const EpochSignals& sums);
-    void TakeFix();
-
-    // Verdict
-    void JudgeNow();
-    void ShowResult(const QString& text, const char* colour);
-    void UpdateCounters();
-    UnitRecord Record() const;
-    void StopAndReport();
-    void WriteReport();
-    void Log(const QString& text);
+    qint32 BaudRate() const;
+    QTimer* TimerOf(UnitTimer timer) const;
 
     std::unique_ptr<Ui::ProductTest> ui;
     std::unique_ptr<QSerialPort> m_serialPort;
@@ -79,39 +72,9 @@ private:
     QString m_firmwarePath;
     QString m_lastDir;
     bool cfgLocked = false;
-
-    // Settings of the test, read at its start
-    QString productNumber;
-    int timeoutMs = 0;
-    int delayMs = 0;
-    quint16 gpsCn0Threshold = 0;
-    quint16 nonGpsCn0Threshold = 0;
-
     QTimer* timeoutTimer = nullptr;
     QTimer* delayTimer = nullptr;
     QTimer* readTimer = nullptr;
-    protocol::NmeaBuff m_scanBuffer = {};
-    EpochStore m_epoch;
-
-    // The last epoch that was shown
-    quint8 maxCn0 = 0;
-    EpochSignals m_signals;
-
-    quint32 testCount = 0;
-    quint32 passCount = 0;
-    QDateTime testStartTime;
-    QDateTime firstFixTime;
-    bool testRunning = false;
-    bool resultFileOpen = false; ///< the window's result file has its name
-    bool csvHeaderPending = true;
-    quint16 ttffMs = 0;
-    bool passed = false;
-    double firstFixUtc = 0.0;
-    bool ttffPending = true; ///< until the first fix of a test
-    bool delayRunning = false;
-    QString resultText;
-    QString rawLogPath;
-    QString reportPath;
-    QString csvPath;
-    QStandardItemModel* m_rows = nullptr;
+    StationViews m_views;
+    UnitSequencer m_sequencer;
 };

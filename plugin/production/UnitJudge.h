@@ -13,8 +13,15 @@ struct UnitThresholds {
     std::uint16_t nonGpsCn0 = 0;
 };
 
-enum class UnitVerdict { Passed, WeakGps, WeakNonGps };
+enum class UnitVerdict {
+    None, ///< not yet
+    Passed,
+    WeakGps,
+    WeakNonGps,
+    TimedOut, ///< no fix in time
+};
 
+/// Of a unit that has fixes: passed or weak.
 UnitVerdict JudgeUnit(const UnitThresholds& thresholds, std::uint8_t gpsStrongest, std::uint8_t nonGpsStrongest);
 
 /// Whether a fix of this UTC is a later one than the first, whose own epoch began before it. Past midnight the
