@@ -43,6 +43,4 @@ private:
     std::uint64_t m_dropped = 0;
 };
 
-constexpr Millis kNever = INT64_MAX / 4;
-
 } // namespace receiver

@@ -9,6 +9,8 @@ namespace receiver {
 /// Milliseconds: since 1970-01-01 UTC without leap seconds where it is called utc, since power-on otherwise.
 using Millis = std::int64_t;
 
+constexpr Millis kNever = INT64_MAX / 4;
+
 struct UtcFields {
     int year = 1970;
     int month = 1; ///< 1 to 12

@@ -2,10 +2,11 @@
 #pragma once
 
 #include "codec/RecordSink.h"
+#include "codec/epoch/CycleMessages.h"
+#include "codec/epoch/CycleSatellites.h"
 #include "codec/epoch/CycleTracker.h"
+#include "codec/epoch/EpochFix.h"
 #include "codec/epoch/FixOutput.h"
-#include "codec/epoch/SatelliteList.h"
-#include "codec/epoch/UtcCalendar.h"
 #include "codec/nmea/Sentences.h"
 
 #include <cstddef>
@@ -51,13 +52,6 @@ public:
     bool TakeToldSatellites() { return std::exchange(m_told.satellites, false); }
 
 private:
-    /// The best of the cycle's sentences that bear a position.
-    struct Candidate {
-        int rank = 0; ///< 0 = none
-        SentencePosition position;
-        std::uint8_t fixMode = protocol::FixInvalid;
-    };
-
     void TakePosition(const SentenceHead& head);
     void TakeZda(const SentenceHead& head);
     void TakeVtg(const SentenceHead& head);
@@ -67,61 +61,21 @@ private:
     void LeaveSentence();
     void BeginEpoch();
     void Emit();
-    void EmitPosition(RecordSink& sink);
-    void EmitSatellites(RecordSink& sink);
-    void EmitMessages(RecordSink& sink);
-    template <typename Message> void EmitMessage(RecordSink& sink, std::uint32_t msgType, const Message& message);
-    void NoteDate(const CivilDate& date, bool trusted);
 
     Output& m_output;
     FixOutput& m_fixes;
     Told m_told;
     CycleTracker m_cycle;
-    UtcCalendar m_calendar;
 
     // The cycle at hand
-    bool m_emitted = false;      ///< its records are out
-    bool m_emittedValid = false; ///< and held a valid fix
-    bool m_ignore = false;       ///< left over from before a start
-    unsigned m_messages = 0;     ///< bit per MessageType that the cycle has
-    bool m_hasPosition = false;  ///< a sentence that bears a position has come
-    UtcTime m_time;
-    CivilDate m_date;
-    bool m_dateTrusted = false;
-    Candidate m_valid;
-    Candidate m_invalid;
-    int m_altitudeRank = 0;
-    int m_hdopRank = 0;
+    bool m_emitted = false; ///< its records are out
+    bool m_ignore = false;  ///< left over from before a start
     bool m_gsaSeen = false;
-    bool m_gsvSeen = false;
-    bool m_speedSeen = false;
-    float m_speed = 0;
-    float m_hdop = 0;
-    float m_pdop = 0;
-    float m_vdop = 0;
-    bool m_trueHeadingSeen = false;
-    float m_trueHeading = 0;
+    EpochFix m_fix;
+    CycleSatellites m_satellites;
+    CycleMessages m_messages;
 
-    // Carried on
-    double m_altitude = 0;
-    float m_course = 0;
     std::int64_t m_discardedKey = kNoTime;
-    std::int64_t m_lastFixKey = kNoTime;
-    double m_lastFixLatitude = 0;
-    double m_lastFixLongitude = 0;
-    UsedSatellites m_used;
-    SatelliteList m_lists[2];
-    int m_current = 0; ///< which of the two lists is this cycle's; the other is the one before
-
-    SatelliteList m_joined;
-
-    protocol::MsgGga m_gga{};
-    protocol::MsgRmc m_rmc{};
-    protocol::MsgGll m_gll{};
-    protocol::MsgVtg m_vtg{};
-    protocol::MsgZda m_zda{};
-    protocol::MsgGsv m_gsv{};
-    protocol::MsgGsa m_gsa{};
 };
 
 } // namespace codec

@@ -2,92 +2,12 @@
 #include "codec/link/LinkParser.h"
 
 #include "codec/link/Hex.h"
+#include "codec/link/LineScan.h"
 
 #include <algorithm>
 #include <cstring>
 
 namespace codec {
-
-namespace {
-
-constexpr std::size_t kAtPrefixLength = sizeof protocol::kAtHexReport - 1;
-
-/// What a byte means to the scanner.
-enum ByteClass : std::uint8_t { Plain, Control, Cr, Lf, Dollar, Plus, Flag };
-
-struct ByteClasses {
-    std::uint8_t of[256] = {};
-    constexpr ByteClasses()
-    {
-        for (int c = 0; c < 0x20; ++c) {
-            of[c] = Control;
-        }
-        Set(0x7F, Control);
-        Set('$', Dollar);
-        Set('+', Plus);
-        Set(protocol::kFrameFlag, Flag);
-        Set('\r', Cr);
-        Set('\n', Lf);
-    }
-    constexpr void Set(std::uint8_t byte, ByteClass byteClass) { of[byte] = byteClass; }
-};
-constexpr ByteClasses kClasses;
-
-struct BodyScan {
-    std::uint8_t checksum = 0;
-    bool special = false; ///< a byte that needs the byte-wise road
-    bool plus = false;
-    bool star = false;
-};
-
-/// Sixteen bytes at a time; gcc and clang make vector instructions of it on every machine that has them.
-using Bytes16 = std::uint8_t __attribute__((vector_size(16)));
-
-struct BodyScanner {
-    Bytes16 sum{};
-    Bytes16 special{};
-    Bytes16 plus{};
-    Bytes16 star{};
-
-    void Take(const Bytes16& bytes)
-    {
-        sum ^= bytes;
-        special |= static_cast<Bytes16>(bytes < 0x20) | static_cast<Bytes16>(bytes == '$') |
-                   static_cast<Bytes16>((bytes | 1) == 0x7F);
-        plus |= static_cast<Bytes16>(bytes == '+');
-        star |= static_cast<Bytes16>(bytes == '*');
-    }
-    static std::uint64_t Halves(const Bytes16& bytes, bool folded)
-    {
-        std::uint64_t half[2];
-        std::memcpy(half, &bytes, sizeof half);
-        return folded ? half[0] ^ half[1] : half[0] | half[1];
-    }
-};
-
-BodyScan ScanBody(const std::uint8_t* p, std::size_t length)
-{
-    BodyScanner scanner;
-    Bytes16 bytes;
-    for (; length >= sizeof bytes; length -= sizeof bytes, p += sizeof bytes) {
-        std::memcpy(&bytes, p, sizeof bytes);
-        scanner.Take(bytes);
-    }
-    // The rest is filled up with a letter, whose share is taken out of the checksum again.
-    constexpr std::uint8_t filler = 'A';
-    std::memset(&bytes, filler, sizeof bytes);
-    std::memcpy(&bytes, p, length);
-    scanner.Take(bytes);
-    std::uint64_t sum = BodyScanner::Halves(scanner.sum, true);
-    sum ^= sum >> 32;
-    sum ^= sum >> 16;
-    sum ^= sum >> 8;
-    const std::uint8_t share = (sizeof bytes - length) % 2 == 0 ? 0 : filler;
-    return {static_cast<std::uint8_t>(sum ^ share), BodyScanner::Halves(scanner.special, false) != 0,
-            BodyScanner::Halves(scanner.plus, false) != 0, BodyScanner::Halves(scanner.star, false) != 0};
-}
-
-} // namespace
 
 void LinkParser::Reset()
 {
@@ -95,9 +15,7 @@ void LinkParser::Reset()
     m_textLength = 0;
     m_lineEnd = 0;
     m_heldLength = 0;
-    m_atMatched = 0;
-    m_atDigits = false;
-    m_atNibbles = 0;
+    m_at.Reset();
 }
 
 void LinkParser::Feed(const std::uint8_t* data, std::size_t length)
@@ -113,9 +31,9 @@ void LinkParser::Feed(const std::uint8_t* data, std::size_t length)
 void LinkParser::Run(const Byte* p, const Byte* end)
 {
     while (p < end) {
-        if (m_atDigits) {
+        if (m_at.InDigits()) {
             p = ContinueAtDigits(p, end);
-        } else if (m_atMatched > 0) {
+        } else if (m_at.InPrefix()) {
             p = ContinueAtPrefix(p);
         } else if (m_textLength > 0) {
             p = ContinueSentence(p, end);
@@ -152,7 +70,7 @@ const LinkParser::Byte* LinkParser::SkipNoise(const Byte* p, const Byte* end)
     std::size_t noise = 0;
     std::uint8_t byteClass = Plain;
     for (; p < end; ++p) {
-        byteClass = kClasses.of[*p];
+        byteClass = kByteClasses.of[*p];
         if (byteClass >= Dollar) {
             break;
         }
@@ -168,7 +86,7 @@ const LinkParser::Byte* LinkParser::SkipNoise(const Byte* p, const Byte* end)
     if (byteClass == Flag) {
         return BeginFrame(p, end);
     }
-    m_atMatched = 1;
+    m_at.Begin();
     return p + 1;
 }
 
@@ -190,7 +108,7 @@ const LinkParser::Byte* LinkParser::BeginSentence(const Byte* p, const Byte* end
             const BodyScan scan = ScanBody(p + 1, length - 4);
             const char* text = reinterpret_cast<const char*>(p);
             if (high >= 0 && low >= 0 && !scan.special && !scan.star &&
-                !(scan.plus && memmem(p, length, protocol::kAtHexReport, kAtPrefixLength) != nullptr)) {
+                !(scan.plus && memmem(p, length, protocol::kAtHexReport, AtReport::kPrefixLength) != nullptr)) {
                 if (scan.checksum == high * 16 + low) {
                     ++m_counters.sentences;
                     m_listener.OnSentence(text, length, static_cast<std::size_t>(lineFeed + 1 - p));
@@ -212,7 +130,7 @@ const LinkParser::Byte* LinkParser::ContinueSentence(const Byte* p, const Byte* 
 {
     for (; p < end; ++p) {
         const Byte c = *p;
-        const std::uint8_t byteClass = kClasses.of[c];
+        const std::uint8_t byteClass = kByteClasses.of[c];
         if (m_lineEnd > 0) {
             if (byteClass == Cr && m_lineEnd < 2) {
                 m_text[m_textLength++] = '\r';
@@ -247,7 +165,7 @@ const LinkParser::Byte* LinkParser::ContinueSentence(const Byte* p, const Byte* 
             AbandonSentence();
             return BeginSentence(p, end);
         case Plus:
-            m_atMatched = 1;
+            m_at.Begin();
             return p + 1;
         case Flag:
             return BeginFrame(p, end);
@@ -311,18 +229,14 @@ void LinkParser::Judge(const char* text, std::size_t length, std::size_t total)
 
 const LinkParser::Byte* LinkParser::ContinueAtPrefix(const Byte* p)
 {
-    if (*p == static_cast<Byte>(protocol::kAtHexReport[m_atMatched])) {
-        if (++m_atMatched == kAtPrefixLength) {
+    if (m_at.TakePrefix(*p)) {
+        if (m_at.InDigits()) {
             AbandonSentence();
-            m_atMatched = 0;
-            m_atDigits = true;
-            m_atNibbles = 0;
         }
         return p + 1;
     }
     // Not the prefix after all. Only its first byte is a '+', so what was matched is plain text.
-    const std::size_t matched = m_atMatched;
-    m_atMatched = 0;
+    const std::size_t matched = m_at.GiveUpPrefix();
     for (std::size_t i = 0; i < matched; ++i) {
         TakeOrdinary(static_cast<Byte>(protocol::kAtHexReport[i]));
     }
@@ -337,14 +251,11 @@ const LinkParser::Byte* LinkParser::ContinueAtDigits(const Byte* p, const Byte* 
             EndAtDigits();
             return p;
         }
-        if (m_atNibbles == 2 * protocol::kMaxFrameLength) {
-            m_counters.droppedBytes += kAtPrefixLength + m_atNibbles;
-            m_atDigits = false;
+        if (!m_at.TakeDigit(digit)) {
+            m_counters.droppedBytes += m_at.Length();
+            m_at.EndDigits();
             return p;
         }
-        Byte& byte = m_atFrame[m_atNibbles / 2];
-        byte = m_atNibbles % 2 == 0 ? static_cast<Byte>(digit << 4) : static_cast<Byte>(byte | digit);
-        ++m_atNibbles;
     }
     return p;
 }
@@ -352,13 +263,13 @@ const LinkParser::Byte* LinkParser::ContinueAtDigits(const Byte* p, const Byte* 
 /// The digits have ended; the byte that ended them is read by the next step.
 void LinkParser::EndAtDigits()
 {
-    m_atDigits = false;
+    m_at.EndDigits();
     protocol::FrameView frame;
-    if (m_atNibbles % 2 == 0 && protocol::ReadFrame(m_atFrame, m_atNibbles / 2, frame)) {
+    if (m_at.Read(frame)) {
         ++m_counters.frames;
         m_listener.OnFrame(frame);
     } else {
-        m_counters.droppedBytes += kAtPrefixLength + m_atNibbles;
+        m_counters.droppedBytes += m_at.Length();
     }
 }
 

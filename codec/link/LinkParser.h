@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "codec/link/AtReport.h"
 #include "protocol/LinkFrame.h"
 
 #include <cstddef>
@@ -69,12 +70,9 @@ private:
     std::size_t m_textLength = 0; ///< sentence so far, 0 outside a sentence
     std::size_t m_lineEnd = 0;    ///< CRs at the end of it
     std::size_t m_heldLength = 0; ///< bytes of a frame that is not complete yet
-    std::size_t m_atMatched = 0;  ///< bytes of kAtHexReport seen
-    bool m_atDigits = false;
-    std::size_t m_atNibbles = 0;
+    AtReport m_at;
     char m_text[kMaxSentence + 4];
     Byte m_held[protocol::kMaxFrameLength];
-    Byte m_atFrame[protocol::kMaxFrameLength];
 };
 
 } // namespace codec

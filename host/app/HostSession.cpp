@@ -1,20 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "host/app/HostSession.h"
 
-#include "host/app/AssistConfig.h"
 #include "host/app/Components.h"
 #include "host/app/HeadlessRun.h"
 #include "host/app/HostWindow.h"
 #include "host/app/PluginSession.h"
 #include "host/app/ProcessFacts.h"
-#include "host/app/SerialPortsVariable.h"
+#include "host/app/ProgramFiles.h"
 #include "host/support/HostSupportConfig.h"
 
 #include <QApplication>
 #include <QDebug>
 #include <QDir>
-#include <QFileInfo>
-#include <QLibraryInfo>
 #include <QTimer>
 
 #include <cstdio>
@@ -22,48 +19,20 @@
 namespace {
 
 constexpr int kRebuild = 1000; // a way out of the event loop that no exit status uses
-constexpr int kReadyMilliseconds = 5000;
 constexpr int kPaintMilliseconds = 1000;
 constexpr int kUnwindMilliseconds = 3000;
 constexpr QSize kUsualSize(1280, 800);
 constexpr QSize kHeadlessSize(1600, 1000);
 
-QString BesideProgram(const QString& name)
-{
-    return QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
-}
-
-#ifdef Q_OS_WIN
-const QString kPluginFile = QStringLiteral("Gnss.dll");
-const QString kReceiverFile = QStringLiteral("gnss-receiver.exe");
-const QString kServiceFile = QStringLiteral("assist-service.exe");
-#else
-const QString kPluginFile = QStringLiteral("libGnss.so");
-const QString kReceiverFile = QStringLiteral("gnss-receiver");
-const QString kServiceFile = QStringLiteral("assist-service");
-#endif
-
 } // namespace
 
 HostSession::HostSession(const HostOptions& options)
-    : m_options(options), m_settings(BesideProgram(QStringLiteral("host.ini")))
+    : m_options(WithProgramFiles(options)), m_settings(BesideProgram(QStringLiteral("host.ini")))
 {
     m_product = options.product.value_or(m_settings.Product());
     m_language = options.language.value_or(m_settings.Language(QLocale::system()));
     m_receiverWanted = !options.noReceiver && options.port.isEmpty();
-    if (m_options.plugin.isEmpty()) {
-        m_options.plugin = BesideProgram(kPluginFile);
-    } else {
-        m_options.plugin = QFileInfo(m_options.plugin).absoluteFilePath();
-    }
-    if (m_options.receiver.isEmpty()) {
-        m_options.receiver = BesideProgram(kReceiverFile);
-    }
-    connect(&m_receiver, &ReceiverProcess::Ended, this, &HostSession::ReceiverEnded);
-    if (m_options.service.isEmpty()) {
-        m_options.service = BesideProgram(kServiceFile);
-    }
-    connect(&m_service, &ServiceProcess::Ready, this, &HostSession::UseService);
+    connect(&m_line, &ReceiverLine::Ended, this, &HostSession::ReceiverEnded);
 }
 
 HostSession::~HostSession()
@@ -76,7 +45,7 @@ int HostSession::Run()
     ApplySettings();
     // The process takes its time to come up, so it goes before the windows.
     if (m_receiverWanted) {
-        StartReceiver();
+        m_line.Start(AskedOfReceiver());
     }
 
     m_window = std::make_unique<HostWindow>();
@@ -84,7 +53,7 @@ int HostSession::Run()
     SizeWindow();
     if (m_options.headlessSeconds > 0) {
         m_headless = std::make_unique<HeadlessRun>(m_options.headlessSeconds, m_options.output, m_window.get());
-        m_headless->SetReceiverState([this] { return m_receiver.StateText(); });
+        m_headless->SetReceiverState([this] { return m_line.Receiver().StateText(); });
     }
     Connect();
 
@@ -99,7 +68,7 @@ int HostSession::Run()
         if (code == kRebuild) {
             ApplySettings();
             if (m_receiverWanted) {
-                StartReceiver();
+                m_line.Start(AskedOfReceiver());
             }
         }
     }
@@ -126,7 +95,9 @@ void HostSession::Connect()
     connect(&m_stopSignals, &StopSignals::Stopped, this, [this] { Leave(m_headless ? 1 : 0); });
     if (m_headless) {
         connect(m_headless.get(), &HeadlessRun::Finished, this, &HostSession::Leave);
+        connect(&m_line, &ReceiverLine::PortUsed, m_headless.get(), &HeadlessRun::AddPort);
     }
+    connect(&m_line, &ReceiverLine::StateChanged, this, &HostSession::ShowReceiverState);
     connect(m_window.get(), &HostWindow::Closing, this, [this] { Leave(0); });
     connect(m_window.get(), &HostWindow::ProductChosen, this, &HostSession::ChangeProduct);
     connect(m_window.get(), &HostWindow::LanguageChosen, this, &HostSession::ChangeLanguage);
@@ -135,7 +106,7 @@ void HostSession::Connect()
         if (on) {
             RestartReceiver();
         } else {
-            StopReceiver();
+            m_line.Stop(m_plugin.get());
         }
     });
     connect(m_window.get(), &HostWindow::CaptureChosen, this, [this](const QString& file) {
@@ -169,33 +140,7 @@ void HostSession::ApplySettings()
     if (!WriteLanguageFile(QDir::currentPath(), m_language)) {
         qWarning() << "language.ini cannot be written";
     }
-    InstallTranslators();
-}
-
-void HostSession::InstallTranslators()
-{
-    const QString folder = BesideProgram(QStringLiteral("translations"));
-    for (QTranslator* translator : {&m_hostTexts, &m_pluginTexts, &m_qtTexts}) {
-        QCoreApplication::removeTranslator(translator);
-    }
-    const auto install = [](QTranslator& translator, const QString& name, const QString& from) {
-        if (!translator.load(name, from)) {
-            return false;
-        }
-        QCoreApplication::installTranslator(&translator);
-        return true;
-    };
-    if (m_language == LANGUAGE_CHINESE) {
-        if (!install(m_hostTexts, QStringLiteral("host_zh"), folder)) {
-            qWarning().noquote() << "no translation" << folder + QStringLiteral("/host_zh.qm");
-        }
-        if (!install(m_qtTexts, QStringLiteral("qtbase_zh_CN"), folder)) {
-            install(m_qtTexts, QStringLiteral("qtbase_zh_CN"),
-                    QLibraryInfo::location(QLibraryInfo::TranslationsPath));
-        }
-    } else if (!install(m_pluginTexts, QStringLiteral("gnss_en"), folder)) {
-        qWarning().noquote() << "no translation" << folder + QStringLiteral("/gnss_en.qm");
-    }
+    m_translators.Install(m_language, BesideProgram(QStringLiteral("translations")));
 }
 
 ReceiverSettings HostSession::AskedOfReceiver() const
@@ -210,11 +155,6 @@ ReceiverSettings HostSession::AskedOfReceiver() const
     return settings;
 }
 
-void HostSession::StartReceiver()
-{
-    m_receiver.Start(AskedOfReceiver());
-}
-
 void HostSession::Build()
 {
     m_window->ShowProduct(m_product);
@@ -224,15 +164,13 @@ void HostSession::Build()
     m_plugin = std::make_unique<PluginSession>(m_options.plugin);
     const bool loaded = m_plugin->Load();
     m_station.Start(AskedOfReceiver(), m_options.station);
-    m_station.Offer(kReadyMilliseconds);
+    m_station.Offer(ReceiverLine::kReadyMilliseconds);
     if (m_receiverWanted) {
-        if (!m_receiver.WaitReady(kReadyMilliseconds) &&
-            m_receiver.CurrentState() == ReceiverProcess::State::Starting) {
+        if (!m_line.Await() && m_line.Receiver().CurrentState() == ReceiverProcess::State::Starting) {
             qWarning() << "virtual receiver: not ready after 5 seconds";
         }
-        UsePort(m_receiver.Port());
     } else if (!m_options.port.isEmpty()) {
-        UsePort(m_options.port);
+        m_line.UsePort(m_options.port);
     }
 
     ComponentStatus plugin{m_options.plugin, loaded, m_plugin->Error()};
@@ -294,95 +232,24 @@ void HostSession::FirstPaint()
 
 void HostSession::OpenLine()
 {
-    StartService();
-    if (m_lineOpened || !m_built || m_port.isEmpty()) {
-        return;
+    m_service.Start(m_options); // behind the first picture: nobody asks it earlier
+    if (m_built) {
+        m_line.OpenFirst(*m_plugin);
     }
-    m_lineOpened = true;
-    m_plugin->OpenPort(m_port);
-}
-
-/// Starts the assistance service once, behind the first picture: nobody asks it earlier. Where the user has named
-/// another service only that one's authority is trusted.
-void HostSession::StartService()
-{
-    if (m_serviceTried) {
-        return;
-    }
-    m_serviceTried = true;
-    const QString folder = QCoreApplication::applicationDirPath();
-    if (m_options.noService || !IsOwnAssistConfig(AssistConfigFile(folder))) {
-        TrustConfiguredAuthority(AssistConfigFile(folder), folder);
-        return;
-    }
-    m_service.Start(
-        {m_options.service, folder + QStringLiteral("/Source-Datas/assist-service"), m_options.serviceArguments});
-}
-
-void HostSession::UseService(const QString& host)
-{
-    const QString folder = QCoreApplication::applicationDirPath();
-    const QString file = AssistConfigFile(folder);
-    AssistConfig config;
-    config.host = host;
-    config.ca = m_service.Folder() + QStringLiteral("/certificate.pem");
-    if (!ReadServiceCredentials(m_service.Folder(), config) || !IsOwnAssistConfig(file) ||
-        !WriteAssistConfig(file, config)) {
-        qWarning().noquote() << "assistance service: not written to" << file;
-    }
-    TrustConfiguredAuthority(file, folder);
-}
-
-/// Puts a port into the list of ports, in place of an earlier one.
-void HostSession::UsePort(const QString& port)
-{
-    if (!m_port.isEmpty()) {
-        SerialPortsVariable::Remove(m_port);
-    }
-    m_port = port;
-    if (m_port.isEmpty()) {
-        return;
-    }
-    SerialPortsVariable::Add(m_port);
-    if (m_headless) {
-        m_headless->AddPort(m_port);
-    }
-}
-
-void HostSession::StopReceiver()
-{
-    m_lineOpened = true; // from here on the line is opened and closed by these two
-    if (m_plugin && !m_receiver.Port().isEmpty() && IsOpenInThisProcess(m_receiver.Port())) {
-        m_plugin->SwitchPort();
-    }
-    m_receiver.Stop();
-    UsePort(m_receiver.Port());
-    ShowReceiverState();
 }
 
 void HostSession::RestartReceiver()
 {
     // The line is closed first: a port whose far end is gone reports an error for ever.
-    StopReceiver();
+    m_line.Stop(m_plugin.get());
     m_window->ShowCapture(m_options.capture, m_options.speed);
-    StartReceiver();
-    ShowReceiverState();
-    const bool ready = m_receiver.WaitReady(kReadyMilliseconds);
-    UsePort(m_receiver.Port());
-    ShowReceiverState();
-    if (!ready || !m_plugin) {
-        return;
-    }
-    m_plugin->ChoosePort(m_port);
-    if (!IsOpenInThisProcess(m_port)) {
-        m_plugin->SwitchPort();
-    }
+    m_line.StartAgain(AskedOfReceiver(), m_plugin.get());
 }
 
 void HostSession::ShowReceiverState()
 {
-    const bool ready = m_receiver.CurrentState() == ReceiverProcess::State::Ready;
-    QString text = m_receiver.StateText();
+    const bool ready = m_line.Receiver().CurrentState() == ReceiverProcess::State::Ready;
+    QString text = m_line.Receiver().StateText();
     if (!m_receiverWanted && !m_options.port.isEmpty()) {
         text = tr("Port %1").arg(m_options.port);
     }
@@ -437,12 +304,10 @@ void HostSession::Leave(int code)
 void HostSession::TakeDown()
 {
     m_built = false;
-    m_lineOpened = false;
     if (m_plugin) {
         m_plugin->Unload();
         m_plugin.reset();
     }
-    m_receiver.Stop();
+    m_line.TakeDown();
     m_station.Stop();
-    UsePort(QString());
 }

@@ -3,13 +3,13 @@
 
 #include "host/app/HostOptions.h"
 #include "host/app/HostSettings.h"
-#include "host/app/ReceiverProcess.h"
-#include "host/app/ServiceProcess.h"
+#include "host/app/HostTranslators.h"
+#include "host/app/OwnService.h"
+#include "host/app/ReceiverLine.h"
 #include "host/app/StationReceivers.h"
 #include "host/app/StopSignals.h"
 
 #include <QObject>
-#include <QTranslator>
 
 #include <memory>
 #include <optional>
@@ -35,20 +35,14 @@ protected:
 
 private:
     void ApplySettings();
-    void InstallTranslators();
     ReceiverSettings AskedOfReceiver() const;
-    void StartReceiver();
     void Connect();
     void SizeWindow();
     void Build();
     int RunLoop();
     void FirstPaint();
     void OpenLine();
-    void UsePort(const QString& port);
-    void StopReceiver();
     void RestartReceiver();
-    void StartService();
-    void UseService(const QString& host);
     void ShowReceiverState();
     void ReceiverEnded(const QString& reason);
     void ChangeProduct(int product);
@@ -61,21 +55,16 @@ private:
     int m_product = 0;
     int m_language = 1;
     bool m_receiverWanted = true;
-    QString m_port; // what was put into the list of ports
     std::unique_ptr<HostWindow> m_window;
     std::unique_ptr<PluginSession> m_plugin;
     std::unique_ptr<HeadlessRun> m_headless;
-    ReceiverProcess m_receiver;
+    ReceiverLine m_line;
     StationReceivers m_station;
-    ServiceProcess m_service;
-    bool m_serviceTried = false;
+    OwnService m_service;
     StopSignals m_stopSignals;
-    QTranslator m_hostTexts;
-    QTranslator m_pluginTexts;
-    QTranslator m_qtTexts;
+    HostTranslators m_translators;
     bool m_built = false;
     bool m_painted = false;
-    bool m_lineOpened = false;
     bool m_timingPrinted = false;
     std::optional<int> m_leave; // with what to leave the event loop
 };

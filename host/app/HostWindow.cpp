@@ -2,6 +2,8 @@
 #include "host/app/HostWindow.h"
 
 #include "host/app/DebugLogPane.h"
+#include "host/app/HostHelp.h"
+#include "host/app/StatusDot.h"
 #include "host/support/ImageManager.h"
 
 #include <QAction>
@@ -15,7 +17,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPointer>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -28,20 +29,10 @@ constexpr const char* kSpeeds[] = {"0.5", "1", "2", "5", "10", "50"};
 constexpr int kNoteMilliseconds = 10000;
 constexpr int kLogHeight = 160;
 
-constexpr char kGood[] = "#2e9e5b";
-constexpr char kBad[] = "#d64545";
-constexpr char kOff[] = "#8a96a3";
-
-QString Dot(const char* colour, const QString& text)
-{
-    return QStringLiteral("<span style=\"color:%1\">&#9679;</span> %2")
-        .arg(QLatin1String(colour), text.toHtmlEscaped());
-}
-
 } // namespace
 
 HostWindow::HostWindow()
-    : m_pages(new QStackedWidget), m_container(new QWidget), m_missing(new QLabel), m_problem(new QLabel),
+    : m_pages(new QStackedWidget), m_container(new QWidget), m_missing(new QLabel),
       m_logDock(new QDockWidget(this)), m_log(new DebugLogPane), m_receiverState(new QLabel)
 {
     setWindowIcon(QIcon(ImageManager::GetPixmapObject(QStringLiteral(":/images/images/gnss/workbench.png"))));
@@ -55,18 +46,11 @@ HostWindow::HostWindow()
     m_pages->addWidget(m_missing);
     m_pages->addWidget(m_container);
 
-    m_problem->setWordWrap(true);
-    m_problem->setMargin(6);
-    m_problem->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_problem->setStyleSheet(
-        QStringLiteral("background:#fff3cd; color:#664d03; border-bottom:1px solid #e6d9a8;"));
-    m_problem->hide();
-
     auto* centre = new QWidget;
     auto* layout = new QVBoxLayout(centre);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(m_problem);
+    layout->addWidget(m_components.Problem());
     layout->addWidget(m_pages, 1);
     setCentralWidget(centre);
 
@@ -155,20 +139,15 @@ void HostWindow::BuildMenus()
     QMenu* help = addMenu(nullptr, QT_TR_NOOP("&Help"));
     QAction* contents = AddAction(help, QT_TR_NOOP("&Short Help"));
     contents->setShortcut(QKeySequence::HelpContents);
-    connect(contents, &QAction::triggered, this, &HostWindow::ShowHelp);
+    connect(contents, &QAction::triggered, this, [this] { ShowShortHelp(this); });
     QAction* about = AddAction(help, QT_TR_NOOP("&About GNSS Workbench"));
     about->setMenuRole(QAction::AboutRole);
-    connect(about, &QAction::triggered, this, &HostWindow::ShowAbout);
+    connect(about, &QAction::triggered, this, [this] { ShowAbout(this); });
 }
 
 void HostWindow::BuildStatusRow()
 {
-    m_archiver.optional = true;
-    for (Chip* chip : {&m_plugin, &m_codec, &m_archiver}) {
-        chip->label = new QLabel;
-        chip->label->setContentsMargins(6, 0, 6, 0);
-        statusBar()->addWidget(chip->label);
-    }
+    m_components.AddTo(statusBar());
     m_receiverState->setContentsMargins(6, 0, 6, 0);
     statusBar()->addPermanentWidget(m_receiverState);
 }
@@ -185,7 +164,7 @@ void HostWindow::Retranslate()
     }
     m_logDock->setWindowTitle(tr("Debug Log"));
     UpdateTitle();
-    UpdateRow();
+    m_components.Retranslate();
 }
 
 void HostWindow::UpdateTitle()
@@ -213,39 +192,7 @@ void HostWindow::ShowMissingPlugin(const ComponentStatus& plugin)
 void HostWindow::ShowComponents(const ComponentStatus& plugin, const ComponentStatus& codec,
                                 const ComponentStatus& archiver)
 {
-    m_plugin.status = plugin;
-    m_codec.status = codec;
-    m_archiver.status = archiver;
-    m_rowFilled = true;
-    UpdateRow();
-}
-
-void HostWindow::UpdateRow()
-{
-    if (!m_rowFilled) {
-        return;
-    }
-    const auto show = [](const Chip& chip, const QString& name) {
-        const ComponentStatus& status = chip.status;
-        const char* colour = status.good ? kGood : chip.optional ? kOff : kBad;
-        chip.label->setText(Dot(colour, name));
-        chip.label->setToolTip(status.good ? status.file : status.file + QLatin1Char('\n') + status.reason);
-    };
-    show(m_plugin, tr("Plug-in"));
-    show(m_codec, tr("Codec"));
-    show(m_archiver, tr("Archiver"));
-
-    QStringList problems;
-    if (!m_codec.status.good) {
-        problems << tr("The codec is not in use, so nothing will be decoded: %1 (%2)")
-                        .arg(m_codec.status.file, m_codec.status.reason);
-    }
-    if (!m_archiver.status.good) {
-        problems << tr("The archiver is not in use, so full logs stay uncompressed: %1 (%2)")
-                        .arg(m_archiver.status.file, m_archiver.status.reason);
-    }
-    m_problem->setText(problems.join(QLatin1Char('\n')));
-    m_problem->setVisible(!problems.isEmpty());
+    m_components.Show(plugin, codec, archiver);
 }
 
 void HostWindow::ShowProduct(int product)
@@ -266,7 +213,7 @@ void HostWindow::ShowLanguage(int language)
 void HostWindow::ShowReceiver(bool running, const QString& text, bool good)
 {
     m_receiverSwitch->setChecked(running);
-    m_receiverState->setText(Dot(good ? kGood : running ? kBad : kOff, text));
+    m_receiverState->setText(StatusDot(good ? kDotGood : running ? kDotBad : kDotOff, text));
 }
 
 void HostWindow::ShowCapture(const QString& capture, const QString& speed)
@@ -294,34 +241,6 @@ void HostWindow::ChooseCapture()
     }
     m_captureFolder = QFileInfo(file).path();
     emit CaptureChosen(file);
-}
-
-void HostWindow::ShowAbout()
-{
-    QMessageBox::about(this, tr("About GNSS Workbench"),
-                       tr("<h3>GNSS Workbench %1</h3>"
-                          "<p>Watch, configure, test and replay a GNSS receiver on a serial line.</p>"
-                          "<p>Built with Qt %2.</p>")
-                           .arg(QCoreApplication::applicationVersion(), QLatin1String(qVersion())));
-}
-
-void HostWindow::ShowHelp()
-{
-    QMessageBox box(this);
-    box.setWindowTitle(tr("Short Help"));
-    box.setTextFormat(Qt::RichText);
-    box.setText(tr("<h3>First steps</h3>"
-                   "<ul>"
-                   "<li>The first button of the tool bar opens and closes the port; its arrow offers the ports. "
-                   "At the start the virtual receiver's port is open already.</li>"
-                   "<li>A click on an entry of the control panel opens that view or brings it to the front.</li>"
-                   "<li>The start button sends the start or stop command to the receiver.</li>"
-                   "<li>Every byte received is kept in the folder GnssData beside the program.</li>"
-                   "<li><b>Receiver</b> chooses the product, switches the virtual receiver and lets it play a "
-                   "recorded capture.</li>"
-                   "<li><b>View &gt; Debug Log</b> (F12) shows what happens inside.</li>"
-                   "</ul>"));
-    box.exec();
 }
 
 void HostWindow::changeEvent(QEvent* event)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/app/Components.h"
+#include "host/app/ComponentRow.h"
 
 #include <QMainWindow>
 #include <QMap>
@@ -56,26 +56,16 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    struct Chip {
-        QLabel* label = nullptr;
-        ComponentStatus status;
-        bool optional = false;
-    };
-
     void BuildMenus();
     QAction* AddAction(QMenu* menu, const char* text);
     void BuildStatusRow();
     void Retranslate();
-    void UpdateRow();
     void UpdateTitle();
     void ChooseCapture();
-    void ShowAbout();
-    void ShowHelp();
 
     QStackedWidget* m_pages;
     QWidget* m_container;
     QLabel* m_missing;
-    QLabel* m_problem;
     QDockWidget* m_logDock;
     DebugLogPane* m_log;
     QLabel* m_receiverState;
@@ -86,10 +76,7 @@ private:
     QActionGroup* m_speeds = nullptr;
     QMap<QAction*, const char*> m_actionTexts;
     QMap<QMenu*, const char*> m_menuTexts;
-    Chip m_plugin;
-    Chip m_codec;
-    Chip m_archiver;
-    bool m_rowFilled = false;
+    ComponentRow m_components;
     QString m_capture;
     QString m_captureFolder;
 };

@@ -7,6 +7,7 @@
 #include "assist/PgnssItems.h"
 #include "assist/PositionInjection.h"
 #include "assist/SeedDecoder.h"
+#include "assist/SeedInjection.h"
 #include "assist/SeedRules.h"
 #include "base/FileDialogs.h"
 #include "base/MessageBoxes.h"
@@ -254,7 +255,7 @@ void AssistOffline::SlotInject()
         return;
     }
     // A failure ends the chain; the summary comes all the same.
-    InjectChain(injector, folder);
+    InjectExpandedSeed(injector, folder, InjectedTime().toSecsSinceEpoch());
     if (injector.Ended()) {
         return;
     }
@@ -297,44 +298,6 @@ bool AssistOffline::ExpandSeed(const QString& seed, const QString& folder, qint6
         ShowCriticalBox(this, tr("错误"), tr("解析文件异常"));
         qDebug().nospace().noquote() << "error code is " << code;
         return false;
-    }
-    return true;
-}
-
-bool AssistOffline::InjectChain(const Injector& injector, const QString& folder)
-{
-    const qint64 time = InjectedTime().toSecsSinceEpoch();
-    return injector.Run(PgnssTimeItem(time)) == InjectOutcome::Sent && !injector.Ended() &&
-           InjectEphemerides(injector, folder, time) && InjectDataFiles(injector, folder);
-}
-
-bool AssistOffline::InjectEphemerides(const Injector& injector, const QString& folder, qint64 time)
-{
-    for (const PgnssEphemeris& ephemeris : kEphemerides) {
-        const QString prefix = QLatin1String(ephemeris.file.name) + QLatin1Char('_');
-        const QStringList names = QDir(folder).entryList({prefix + QLatin1String("*.eph")},
-                                                         QDir::Files | QDir::CaseSensitive, QDir::Unsorted);
-        const qint64 moment = ChooseEphemeris(names, time, ephemeris.narrowWindow);
-        const QString path = folder + QLatin1Char('/') + prefix + QString::number(moment) + QLatin1String(".eph");
-        const InjectOutcome outcome = InjectPgnssFile(injector, path, ephemeris.file);
-        if (outcome == InjectOutcome::NotEncoded || injector.Ended()) {
-            return false;
-        }
-    }
-    return true;
-}
-
-bool AssistOffline::InjectDataFiles(const Injector& injector, const QString& folder)
-{
-    for (const PgnssFile& file : kDataFiles) {
-        const QStringList names =
-            QDir(folder).entryList({QLatin1String(file.name)}, QDir::Files | QDir::CaseSensitive, QDir::Unsorted);
-        for (const QString& name : names) {
-            const InjectOutcome outcome = InjectPgnssFile(injector, folder + QLatin1Char('/') + name, file);
-            if (outcome == InjectOutcome::NotEncoded || injector.Ended()) {
-                return false;
-            }
-        }
     }
     return true;
 }

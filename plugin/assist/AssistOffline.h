@@ -52,9 +52,6 @@ private:
     QDateTime InjectedTime() const;
     bool SeedIsUsable(const QString& seed, qint64 time);
     bool ExpandSeed(const QString& seed, const QString& folder, qint64 time);
-    bool InjectChain(const Injector& injector, const QString& folder);
-    bool InjectEphemerides(const Injector& injector, const QString& folder, qint64 time);
-    bool InjectDataFiles(const Injector& injector, const QString& folder);
     Injector MakeInjector();
 
     std::unique_ptr<Ui::AssistOffline> ui;

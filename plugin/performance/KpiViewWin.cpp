@@ -28,51 +28,10 @@ constexpr char buttonStyle[] =
 constexpr char labelStyle[] =
     "QLabel{background-color:rgb(170, 255, 0); color: black; border: 0px groove black; }";
 
-// Rows of the latest fix and of the satellites that hold values.
-enum LatestRow { LatestRowTime = 2, LatestRowPlace = 4 };
-enum SatRow { SatRowTracked = 2, SatRowUsed = 3, SatRowTop5 = 4 };
-constexpr int latestInUseColumn = 3;
-constexpr int satTotalColumn = 1;
-constexpr int satFirstColumn = 2; ///< of the constellations
-
-/// Puts a new, centred cell into the place of the old one.
-void SetCell(QTableWidget* table, int row, int column, const QString& text)
-{
-    auto* cell = new QTableWidgetItem(text);
-    cell->setTextAlignment(Qt::AlignCenter);
-    table->setItem(row, column, cell);
-}
-
-/// Takes the cells of a row out, so that they are missing and not empty.
-void RemoveCells(QTableWidget* table, int row, int first, int last)
-{
-    for (int column = first; column <= last; ++column) {
-        delete table->takeItem(row, column);
-    }
-}
-
-void StyleTable(QTableWidget* table)
-{
-    table->resizeColumnsToContents();
-    for (QHeaderView* header : {table->horizontalHeader(), table->verticalHeader()}) {
-        header->setSectionResizeMode(QHeaderView::Stretch);
-        header->setMinimumSectionSize(1);
-        header->setVisible(false);
-    }
-    table->setSpan(0, 0, 1, table->columnCount());
-    for (int row = 0; row < table->rowCount(); ++row) {
-        for (int column = 0; column < table->columnCount(); ++column) {
-            if (QTableWidgetItem* cell = table->item(row, column)) {
-                cell->setTextAlignment(Qt::AlignCenter);
-            }
-        }
-    }
-}
-
 } // namespace
 
 KpiViewWin::KpiViewWin(QWidget* parent)
-    : ClosingWidget(parent), ui(std::make_unique<Ui::KpiViewWin>()), m_sequencer(*this)
+    : ClosingWidget(parent), ui(std::make_unique<Ui::KpiViewWin>()), m_form(*ui), m_tables(*ui), m_sequencer(*this)
 {
     ui->setupUi(this);
     m_listModel = new QStringListModel(QStringList(tr("Kpi测试")), this);
@@ -83,9 +42,9 @@ KpiViewWin::KpiViewWin(QWidget* parent)
 
     KpiConfigTexts texts;
     if (LoadKpiConfig(texts)) {
-        ShowConfig(texts);
+        m_form.ShowConfig(texts);
     }
-    LoadReferences();
+    m_form.LoadReferences();
 
     testTimeoutTimer = new QTimer(this);
     testTrackTimer = new QTimer(this);
@@ -114,10 +73,7 @@ void KpiViewWin::StyleForm()
     for (QPushButton* button : buttons) {
         button->setStyleSheet(QLatin1String(buttonStyle));
     }
-    const QList<QTableWidget*> tables = ui->stackedWidget->findChildren<QTableWidget*>();
-    for (QTableWidget* table : tables) {
-        StyleTable(table);
-    }
+    m_tables.Style();
     ui->label->setStyleSheet(QLatin1String(labelStyle));
     ui->label_2->setStyleSheet(QLatin1String(labelStyle));
 }
@@ -130,7 +86,8 @@ void KpiViewWin::ConnectControls()
     connect(ui->saveTestCfg, &QPushButton::clicked, this, &KpiViewWin::SaveTestCfg2IniFile);
     connect(ui->saveTestResult, &QPushButton::clicked, this, &KpiViewWin::SaveTestRes2CsvFile);
     connect(ui->AddRefLoc, &QPushButton::clicked, refLocWin, &QWidget::show);
-    connect(refLocWin, &RefLocWin::RefLocSaved, this, &KpiViewWin::AddReference);
+    connect(refLocWin, &RefLocWin::RefLocSaved, this,
+            [this](const RefLocation& location) { m_form.AddReference(location); });
     connect(ui->comboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &KpiViewWin::ChangeRefLocWhileCbxIdxChange);
     connect(testTimeoutTimer, &QTimer::timeout, this, &KpiViewWin::SlotTestTimeout);
@@ -142,22 +99,22 @@ void KpiViewWin::ConnectControls()
 
 KpiTestConfig KpiViewWin::Config() const
 {
-    return ParseKpiConfig(ConfigTexts());
+    return ParseKpiConfig(m_form.Config());
 }
 
 bool KpiViewWin::ColdTicked() const
 {
-    return ui->checkBox_coldStart->isChecked();
+    return m_form.ColdTicked();
 }
 
 bool KpiViewWin::HotTicked() const
 {
-    return ui->checkBox_hotStart->isChecked();
+    return m_form.HotTicked();
 }
 
 KpiPlace KpiViewWin::Reference() const
 {
-    return {ui->refPosLat->text().toDouble(), ui->refPosLon->text().toDouble(), ui->refPosAlt->text().toDouble()};
+    return m_form.Reference();
 }
 
 bool KpiViewWin::PositioningStarted() const
@@ -233,42 +190,18 @@ void KpiViewWin::ShowRunning(bool running)
 
 void KpiViewWin::LockControls(bool lock)
 {
-    const QList<QLineEdit*> edits = ui->stackedWidget->findChildren<QLineEdit*>();
-    for (QLineEdit* edit : edits) {
-        edit->setReadOnly(lock);
-    }
-    // Unlocking takes in the boxes that the constructor disabled: it is meant so.
-    const QList<QCheckBox*> boxes = ui->stackedWidget->findChildren<QCheckBox*>();
-    for (QCheckBox* box : boxes) {
-        box->setEnabled(!lock);
-    }
-    ui->AddRefLoc->setEnabled(!lock);
-}
-
-QTableWidget* KpiViewWin::ResultTable(KpiTestMode mode) const
-{
-    return mode == KpiTestMode::Cold ? ui->coldTestResult : ui->hotTestResult;
+    m_form.Lock(lock);
 }
 
 void KpiViewWin::ClearResults()
 {
-    for (QTableWidget* table : {ui->coldTestResult, ui->hotTestResult}) {
-        for (const int row : {KpiRowCounts, KpiRowTtff, KpiRowCep}) {
-            RemoveCells(table, row, 0, 3);
-        }
-    }
-    for (const int row : {LatestRowTime, LatestRowPlace}) {
-        RemoveCells(ui->latestData, row, 0, 3);
-    }
-    for (const int row : {SatRowTracked, SatRowUsed, SatRowTop5}) {
-        RemoveCells(ui->satData, row, 1, 6);
-    }
+    m_tables.Clear();
     m_satellites.ClearShown();
 }
 
 void KpiViewWin::ShowResult(KpiTestMode mode, int row, int column, const QString& text)
 {
-    SetCell(ResultTable(mode), row, column, text);
+    m_tables.ShowResult(mode, row, column, text);
 }
 
 // --- slots --------------------------------------------------------------------------------------------------
@@ -315,91 +248,21 @@ void KpiViewWin::SlotTestCompleteDelay()
 
 void KpiViewWin::SaveTestRes2CsvFile()
 {
-    SaveKpiResult([this](KpiTestMode mode, int row, int column) {
-        const QTableWidgetItem* cell = ResultTable(mode)->item(row, column);
-        return cell != nullptr ? cell->text() : QString();
-    });
+    SaveKpiResult([this](KpiTestMode mode, int row, int column) { return m_tables.Result(mode, row, column); });
     // Told also when the file could not be written: it is meant so.
     ShowInformationBox(this, tr("提示"), tr("测试结果保存成功"));
 }
 
 void KpiViewWin::SaveTestCfg2IniFile()
 {
-    SaveKpiConfig(ConfigTexts());
+    SaveKpiConfig(m_form.Config());
     // Told also when the file could not be written: it is meant so.
     ShowInformationBox(this, tr("提示"), tr("测试配置保存成功"));
 }
 
-// --- configuration and reference places ---------------------------------------------------------------------
-
-KpiConfigTexts KpiViewWin::ConfigTexts() const
-{
-    const auto tick = [](const QCheckBox* box) {
-        return box->isChecked() ? QStringLiteral("true") : QStringLiteral("false");
-    };
-    return {tick(ui->checkBox_coldStart), tick(ui->checkBox_coldAgnss), tick(ui->checkBox_coldPgnss),
-            ui->coldTestNum->text(),      ui->coldTestTimeout->text(),  ui->coldTestInr->text(),
-            ui->coldTestTrkTime->text(),  tick(ui->checkBox_hotStart),  tick(ui->checkBox_hotAgnss),
-            tick(ui->checkBox_hotPgnss),  ui->hotTestNum->text(),       ui->hotTestTimeout->text(),
-            ui->hotTestInr->text(),       ui->hotTestTrkTime->text()};
-}
-
-void KpiViewWin::ShowConfig(const KpiConfigTexts& texts)
-{
-    const auto tick = [&texts](QCheckBox* box, KpiConfigEntry entry) {
-        if (texts[entry] == QLatin1String("true")) {
-            box->setChecked(true);
-        }
-    };
-    tick(ui->checkBox_coldStart, KpiColdStart);
-    tick(ui->checkBox_coldAgnss, KpiColdAgnss);
-    tick(ui->checkBox_coldPgnss, KpiColdPgnss);
-    tick(ui->checkBox_hotStart, KpiHotStart);
-    tick(ui->checkBox_hotAgnss, KpiHotAgnss);
-    tick(ui->checkBox_hotPgnss, KpiHotPgnss);
-    ui->coldTestNum->setText(texts[KpiColdNum]);
-    ui->coldTestTimeout->setText(texts[KpiColdTimeout]);
-    ui->coldTestInr->setText(texts[KpiColdInr]);
-    ui->coldTestTrkTime->setText(texts[KpiColdTrkTime]);
-    ui->hotTestNum->setText(texts[KpiHotNum]);
-    ui->hotTestTimeout->setText(texts[KpiHotTimeout]);
-    ui->hotTestInr->setText(texts[KpiHotInr]);
-    ui->hotTestTrkTime->setText(texts[KpiHotTrkTime]);
-}
-
-void KpiViewWin::ShowReference(const std::array<QString, 3>& place)
-{
-    ui->refPosLon->setText(place[0]);
-    ui->refPosLat->setText(place[1]);
-    ui->refPosAlt->setText(place[2]);
-}
-
-void KpiViewWin::LoadReferences()
-{
-    // The combo box stays on the first point while the edits show the last one: it is meant so.
-    const QVector<RefLocation> locations = ReadRefLocations();
-    for (const RefLocation& location : locations) {
-        const std::array<QString, 3> place = {location.longitude, location.latitude, location.altitude};
-        ui->comboBox->addItem(location.name);
-        ShowReference(place);
-        refLocMap.insert(refLocMap.size(), place);
-    }
-}
-
-void KpiViewWin::AddReference(const RefLocation& location)
-{
-    const int index = ui->comboBox->count();
-    const std::array<QString, 3> place = {location.longitude, location.latitude, location.altitude};
-    refLocMap.insert(index, place);
-    ui->comboBox->addItem(location.name);
-    ui->comboBox->setCurrentIndex(index);
-    ShowReference(place);
-}
-
 void KpiViewWin::ChangeRefLocWhileCbxIdxChange(int index)
 {
-    ui->comboBox->setCurrentIndex(index);
-    ShowReference(refLocMap[index]);
+    m_form.ChooseReference(index);
 }
 
 // --- records ------------------------------------------------------------------------------------------------
@@ -417,15 +280,7 @@ void KpiViewWin::OnKpiFix(const void* buffer, int length)
     protocol::KpiFixRecord fix = {};
     std::memcpy(&fix, record.Data(), record.Size());
     m_sequencer.OnPosition(fix.second, {fix.latitude, fix.longitude, fix.altitude});
-
-    const KpiFixTexts texts = KpiTextsOf(fix);
-    SetCell(ui->latestData, LatestRowTime, 0, texts.date);
-    SetCell(ui->latestData, LatestRowTime, 1, texts.time);
-    SetCell(ui->latestData, LatestRowTime, 2, texts.hdop);
-    SetCell(ui->latestData, LatestRowPlace, 0, texts.latitude);
-    SetCell(ui->latestData, LatestRowPlace, 1, texts.longitude);
-    SetCell(ui->latestData, LatestRowPlace, 2, texts.altitude);
-    SetCell(ui->latestData, LatestRowPlace, 3, texts.speed);
+    m_tables.ShowFix(KpiTextsOf(fix));
 }
 
 void KpiViewWin::OnKpiCn0(const void* buffer, int length)
@@ -438,20 +293,8 @@ void KpiViewWin::OnKpiCn0(const void* buffer, int length)
         return;
     }
     const bool summedUp = m_satellites.Take(record.Data(), record.Size());
-    for (int i = 0; i < KpiSatellites::constellations; ++i) {
-        const KpiSatellites::Column& column = m_satellites.ColumnOf(i);
-        if (column.shown) {
-            SetCell(ui->satData, SatRowTracked, satFirstColumn + i, QString::number(column.tracked));
-            SetCell(ui->satData, SatRowUsed, satFirstColumn + i, QString::number(column.stat.used));
-            SetCell(ui->satData, SatRowTop5, satFirstColumn + i, QString::number(column.stat.top5));
-        }
-    }
+    m_tables.ShowSatellites(m_satellites, summedUp);
     if (summedUp) {
-        const QString used = QString::number(m_satellites.UsedCount());
-        SetCell(ui->satData, SatRowTracked, satTotalColumn, QString::number(m_satellites.Count()));
-        SetCell(ui->satData, SatRowUsed, satTotalColumn, used);
-        SetCell(ui->latestData, LatestRowTime, latestInUseColumn, used);
-        SetCell(ui->satData, SatRowTop5, satTotalColumn, QString::number(m_satellites.Top5(), 'g', 6));
         update();
     }
 }

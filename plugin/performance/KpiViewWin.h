@@ -1,22 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "performance/KpiForm.h"
 #include "performance/KpiSatellites.h"
 #include "performance/KpiSequencer.h"
+#include "performance/KpiTables.h"
 #include "performance/KpiTestHost.h"
 #include "widgets/ClosingWidget.h"
 
-#include <QMap>
-
-#include <array>
 #include <cstdint>
 #include <memory>
 
 class QStringListModel;
-class QTableWidget;
 class QTimer;
 class RefLocWin;
-struct RefLocation;
 
 namespace Ui {
 class KpiViewWin;
@@ -72,15 +69,11 @@ private:
 
     void StyleForm();
     void ConnectControls();
-    void ShowConfig(const KpiConfigTexts& texts);
-    KpiConfigTexts ConfigTexts() const;
-    void LoadReferences();
-    void AddReference(const RefLocation& location);
-    void ShowReference(const std::array<QString, 3>& place);
     QTimer* TimerOf(KpiTimer timer) const;
-    QTableWidget* ResultTable(KpiTestMode mode) const;
 
     std::unique_ptr<Ui::KpiViewWin> ui;
+    KpiForm m_form;
+    KpiTables m_tables;
     QStringListModel* m_listModel = nullptr;
     QTimer* testTimeoutTimer = nullptr;
     QTimer* testTrackTimer = nullptr;
@@ -88,5 +81,4 @@ private:
     KpiSatellites m_satellites;
     KpiSequencer m_sequencer;
     RefLocWin* refLocWin = nullptr;
-    QMap<int, std::array<QString, 3>> refLocMap; ///< longitude, latitude, altitude by index of the combo box
 };
