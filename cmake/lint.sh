@@ -36,7 +36,7 @@ check_cppcheck()
 {
     mkdir -p "$lint_folder/cppcheck"
     (cd "$root" && cpp_files | grep '\.cpp$' | cppcheck --file-list=- --quiet --error-exitcode=1 -j "$(nproc)" \
-        --enable=warning,performance,portability --inline-suppr --suppressions-list=cmake/cppcheck.txt \
+        --enable=warning,performance,portability --suppressions-list=cmake/cppcheck.txt \
         --std=c++17 --library=qt -I . -I plugin -I tests/support --cppcheck-build-dir="$lint_folder/cppcheck" \
         --template='{file}:{line}: {severity}: {message} [{id}]')
 }
