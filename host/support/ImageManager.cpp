@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
+#include <utility>
+
 namespace {
 
 constexpr char kFolder[] = ":/images/images/gnss/";
