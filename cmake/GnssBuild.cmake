@@ -31,9 +31,14 @@ endif()
 #
 # A room is a folder and the static library gnss_NAME of all sources in it. What it links is what it may include.
 # Headers are included by the room's name: "protocol/Records.h", "views/log/NMEAViewWin.h". Rooms with QT lie in
-# plugin/ and have moc and uic; their classes are hidden but for the plug-in's own.
+# plugin/ and have moc and uic; their classes are hidden but for the plug-in's own. Rooms without Qt, and the programs
+# that their folders make after the room, say every conversion that may change a value; Qt's int sizes and the
+# templates in its headers leave no such use of the warnings with Qt.
 function(gnss_room name)
     cmake_parse_arguments(R "QT" "" "LINKS;WITHOUT" ${ARGN})
+    if(NOT R_QT)
+        add_compile_options("$<$<CXX_COMPILER_ID:GNU>:-Wconversion;-Wsign-conversion>")
+    endif()
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS "*.cpp" "*.h" "*.ui")
     foreach(other IN LISTS R_WITHOUT)
         list(FILTER sources EXCLUDE REGEX "/${other}$")

@@ -21,7 +21,7 @@
 namespace {
 
 constexpr int kBoxMilliseconds = 200;
-constexpr qint64 kChunk = 256 * 1024;
+constexpr qint64 kChunk = qint64{256} * 1024;
 
 QStringList Files(const QString& folder, const QString& pattern, bool deep)
 {

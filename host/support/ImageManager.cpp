@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
+#include <utility>
+
 namespace {
 
 constexpr char kFolder[] = ":/images/images/gnss/";
@@ -77,6 +79,7 @@ QPixmap Render(QSvgRenderer& picture)
 
 } // namespace
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the host exports it with this parameter
 QPixmap ImageManager::GetPixmapObject(QString path)
 {
     if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
@@ -107,5 +110,5 @@ QPixmap ImageManager::GetPixmapObject(QString path)
 
 void ImageManager::LoadPixmap(QPixmap& pixmap, QString path)
 {
-    pixmap = GetPixmapObject(path);
+    pixmap = GetPixmapObject(std::move(path));
 }

@@ -11,6 +11,7 @@ int VerCommon::GetCurrentVersion()
     return HostSupportConfig::ConfigurationSet();
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the host exports it with this parameter
 QString VerCommon::GetCfgPath(QString versionNumber)
 {
     const QString root =

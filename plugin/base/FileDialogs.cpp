@@ -13,7 +13,7 @@ QStringList Ask(QFileDialog::FileMode mode, QWidget* parent, const QString& capt
     dialog->setFileMode(mode);
     dialog->setOption(QFileDialog::ShowDirsOnly, mode == QFileDialog::Directory);
     const bool accepted = dialog->exec() == QDialog::Accepted;
-    const QStringList files = accepted && !dialog.isNull() ? dialog->selectedFiles() : QStringList();
+    QStringList files = accepted && !dialog.isNull() ? dialog->selectedFiles() : QStringList();
     delete dialog;
     return files;
 }

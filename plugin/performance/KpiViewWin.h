@@ -20,7 +20,7 @@ class KpiViewWin;
 }
 
 /// The window of the performance test: form, timers and tables around the sequencer.
-class KpiViewWin : public ClosingWidget, private KpiTestHost {
+class KpiViewWin final : public ClosingWidget, private KpiTestHost {
     Q_OBJECT
 
 public:

@@ -25,7 +25,8 @@ QString ProductOrNa(const UnitRecord& unit)
 /// Whole seconds with two decimals that are always zero, which is meant so.
 QString TtffText(const UnitRecord& unit)
 {
-    return QString::number(unit.ttffMs / 1000, 'f', 2);
+    const auto seconds = unit.ttffMs / 1000;
+    return QString::number(static_cast<double>(seconds), 'f', 2);
 }
 
 QString ReportTime(const QDateTime& time)

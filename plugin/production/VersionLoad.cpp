@@ -130,7 +130,7 @@ void VersionLoad::SlotChangeComboBoxText(int index)
     m_portBox->setCurrentIndex(index);
 }
 
-void VersionLoad::SlotChangePort(QString portName)
+void VersionLoad::SlotChangePort(const QString& portName)
 {
     if (portName == Global::loaderPortName) {
         return;

@@ -29,7 +29,7 @@ public:
 
 public slots:
     void SlotUpdatePortInfo();
-    void SlotChangePort(QString portName);
+    void SlotChangePort(const QString& portName);
     void SlotSelectVersionPath();
     void SlotStartLoadVersion();
     void SlotChangeComboBoxText(int index);

@@ -88,7 +88,7 @@ void CompassViewWin::PaintDial(QPainter& painter) const
     QFont font("Times");
     font.setPointSize(10);
     // Between the dial and the square's edge; a wide face is drawn narrower.
-    constexpr double room = kSquare / 2 - kDialRadius - kLabelGap;
+    constexpr double room = kSquare / 2.0 - kDialRadius - kLabelGap;
     const double widest = QFontMetricsF(font, this).horizontalAdvance("270");
     if (widest > room) {
         font.setStretch(std::max(50, static_cast<int>(100.0 * room / widest)));

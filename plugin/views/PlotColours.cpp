@@ -12,7 +12,7 @@ bool IsLight(const QColor& colour)
 
 QColor PlotBackground(const QPalette& palette)
 {
-    const QColor window = palette.color(QPalette::Window);
+    const QColor& window = palette.color(QPalette::Window);
     return IsLight(window) ? window : QColor(240, 240, 240);
 }
 

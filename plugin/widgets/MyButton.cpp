@@ -121,7 +121,7 @@ void MyButton::SlotChilBtnClicked()
     emit ChildBtnClicked();
 }
 
-void MyButton::SlotMenuAddAction(QString str)
+void MyButton::SlotMenuAddAction(const QString& str)
 {
     if (str.isEmpty()) {
         return;

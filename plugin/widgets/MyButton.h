@@ -45,7 +45,7 @@ public slots:
 
     /// Adds a choice, checks it and shows it on the button; a choice that is there already is chosen instead.
     /// `triggered` fires in both cases. An empty text is ignored.
-    void SlotMenuAddAction(QString str);
+    void SlotMenuAddAction(const QString& str);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;

@@ -156,7 +156,7 @@ void GnssWindow::SlotUpdatePortInfo()
     m_bar->ShowPortNames(m_link.PortNames());
 }
 
-void GnssWindow::SlotChangeBaudRate(QString baudRateStr)
+void GnssWindow::SlotChangeBaudRate(const QString& baudRateStr)
 {
     m_link.ChangeBaudRate(baudRateStr.toUInt());
     m_bar->baudBtn->SetText(baudRateStr);
@@ -231,7 +231,7 @@ void GnssWindow::SlotReplayAction()
     }
 }
 
-void GnssWindow::SlotChangeReplaySpeed(QString speedStr)
+void GnssWindow::SlotChangeReplaySpeed(const QString& speedStr)
 {
     m_replay.SetSpeed(ReplaySpeedValue(speedStr, tr("最大速度")));
 }

@@ -37,9 +37,9 @@ Q_SIGNALS:
 public Q_SLOTS:
     // Serial link
     void SlotUpdatePortInfo();
-    void SlotChangePort(QString portStr) { m_link.ChangePort(portStr); }
+    void SlotChangePort(const QString& portStr) { m_link.ChangePort(portStr); }
     void SlotSwitchPort() { m_link.Switch(); }
-    void SlotChangeBaudRate(QString baudRateStr);
+    void SlotChangeBaudRate(const QString& baudRateStr);
     void SlotAddBaudRate() { m_tools.AskBaudRate(); }
     void SlotRecivePostMsg() { m_link.Poll(); }
     void SlotSendPackets(uint8_t* buffer, int len);
@@ -79,7 +79,7 @@ public Q_SLOTS:
     // Replay
     void SlotReplayAction();
     void SlotSendReplayData() { m_replay.Tick(); }
-    void SlotChangeReplaySpeed(QString speedStr);
+    void SlotChangeReplaySpeed(const QString& speedStr);
     void SlotPauseBtnClicked() { m_replay.TogglePause(); }
     void SlotReplayProgress(int progressValue) { m_replay.Seek(progressValue); }
     void SlotProgressBarPressed(bool pressed) { m_replay.HoldProgress(pressed); }
@@ -96,7 +96,7 @@ public Q_SLOTS:
     void ShowHisInfoInjectWin() { m_tools.Show(ToolWindows::History); }
     void SlotCloseHisInfoInject() { m_tools.ShowClosed(ToolWindows::History); }
     void ShowProductTestWin() { m_tools.NewProductTest(); }
-    void SlotCloseProductTestView(QString title) { m_tools.CloseProductTest(title); }
+    void SlotCloseProductTestView(const QString& title) { m_tools.CloseProductTest(title); }
     void ShowSenceReplayWin() { m_tools.Show(ToolWindows::Scenes); }
     void ShowFetchNmeaWin() { m_tools.Show(ToolWindows::Extraction); }
 

@@ -47,7 +47,7 @@ protected:
         auto* socket = new QSslSocket(this);
         socket->setSocketDescriptor(handle);
         socket->setLocalCertificate(QStringLiteral(SERVICE_CERTIFICATE));
-        socket->setPrivateKey(QStringLiteral(SERVICE_KEY));
+        socket->setPrivateKey(QStringLiteral(SERVICE_KEY), QSsl::Ec);
         connect(socket, &QSslSocket::readyRead, this, [this, socket] {
             const QByteArray text = socket->peek(socket->bytesAvailable());
             const int end = text.indexOf("\r\n\r\n");

@@ -41,9 +41,7 @@ private slots:
     {
         QProcess nm;
         nm.start("nm", {"-D", "--defined-only", QString::fromUtf8(m_path)});
-        if (!nm.waitForFinished() || nm.exitCode() != 0) {
-            QSKIP("no nm here");
-        }
+        QVERIFY2(nm.waitForFinished() && nm.exitCode() == 0, "nm comes with the compiler");
         QStringList names;
         for (const QString& line : QString(nm.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts)) {
             names.append(line.section(' ', -1));

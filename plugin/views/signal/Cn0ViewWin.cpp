@@ -37,7 +37,7 @@ QString RowLabel(std::size_t row)
 /// one column can be told apart. A signal that isn't used in the fix is pale.
 QColor FillColour(const QColor& base, std::size_t segment, bool inUse, const QColor& background)
 {
-    const QColor colour = segment % 2 == 0 ? base : base.lighter(135);
+    QColor colour = segment % 2 == 0 ? base : base.lighter(135);
     if (inUse) {
         return colour;
     }

@@ -91,7 +91,7 @@ void SatellitesPosViewWin::paintEvent(QPaintEvent*)
     const auto state = {static_cast<double>(m_legend.HiddenRows()), static_cast<double>(m_map.Revision())};
     m_still.Paint(painter, *this, QColor(240, 240, 240), state,
                   [this](QPainter& drawing) { PaintStill(drawing); });
-    painter.translate(width() / 2, height() / 2);
+    painter.translate(QPoint(width() / 2, height() / 2));
     PaintSatellites(painter);
 }
 
@@ -100,7 +100,7 @@ void SatellitesPosViewWin::PaintStill(QPainter& painter) const
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(Qt::black, 1.0));
     PaintLegend(painter);
-    painter.translate(width() / 2, height() / 2);
+    painter.translate(QPoint(width() / 2, height() / 2));
     // A view too low for a plot has none.
     if (SkyGeometry::Radius(height()) <= 0.0F) {
         return;
@@ -135,14 +135,15 @@ void SatellitesPosViewWin::PaintScale(QPainter& painter) const
     // Between the rim, 25 pixels from the edge, and the edge.
     painter.setFont(PixelFont(font(), std::clamp(height() / 22, 9, 12)));
     const QFontMetricsF metrics(painter.font());
-    const double radius = height() / 2 - 15;
+    const int half = height() / 2;
+    const double radius = half - 15;
     // In a narrow view a text gives way to the legend.
     QRectF legend(m_legend.IconRect(0));
     legend.setRight(
         ConstellationLegend::kTextX +
         QFontMetricsF(LegendFont()).horizontalAdvance(protocol::RowOf(protocol::Constellation::Qzss).label) + 6.0);
     legend.setBottom(m_legend.IconRect(kLegendRows - 1).bottom());
-    legend.translate(-width() / 2, -height() / 2);
+    legend.translate(-QPoint(width() / 2, half));
     // Every second one is left out where they would touch one another.
     constexpr double apart = 0.2617993877991494;
     const int step = radius * apart < metrics.horizontalAdvance("345°") ? 2 : 1;

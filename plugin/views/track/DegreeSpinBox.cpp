@@ -28,7 +28,7 @@ bool DegreeSpinBox::IsNegative() const
 
 QString DegreeSpinBox::textFromValue(double number) const
 {
-    const QString text = QDoubleSpinBox::textFromValue(number);
+    QString text = QDoubleSpinBox::textFromValue(number);
     if (number == 0.0 && m_negative && decimals() == 0 && !text.startsWith('-')) {
         return '-' + text;
     }

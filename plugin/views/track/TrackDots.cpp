@@ -29,8 +29,9 @@ void TrackDots::Begin(const QSize& size, qreal devicePixelRatio)
         m_touched = m_image.rect();
     }
     m_image.setDevicePixelRatio(devicePixelRatio);
-    m_middleX = static_cast<int>(std::lround(size.width() / 2 * devicePixelRatio));
-    m_middleY = static_cast<int>(std::lround(size.height() / 2 * devicePixelRatio));
+    const QPoint middle(size.width() / 2, size.height() / 2);
+    m_middleX = static_cast<int>(std::lround(middle.x() * devicePixelRatio));
+    m_middleY = static_cast<int>(std::lround(middle.y() * devicePixelRatio));
     // Lines of 32-bit pixels follow one another without a gap.
     m_bits = reinterpret_cast<QRgb*>(m_image.bits());
     m_pixels = m_image.rect();
@@ -39,7 +40,7 @@ void TrackDots::Begin(const QSize& size, qreal devicePixelRatio)
         std::fill(line + m_touched.left(), line + m_touched.right() + 1, 0U);
     }
     m_touched = QRect();
-    m_stride = static_cast<std::size_t>(pixels.width() + m_dotBox.width());
+    m_stride = static_cast<std::size_t>(pixels.width()) + static_cast<std::size_t>(m_dotBox.width());
     m_stamped.assign(m_stride * static_cast<std::size_t>(pixels.height() + m_dotBox.height()), 0);
     m_fromX = -m_dotBox.right() - m_middleX;
     m_toX = pixels.width() - m_dotBox.left() - m_middleX;

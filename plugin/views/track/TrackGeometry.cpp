@@ -70,7 +70,8 @@ double ZoomedIn(double scale)
 
 QString RingLabel(int diameter, double scale)
 {
-    const float centimetres = static_cast<float>(diameter / 10 * scale);
+    const int tenth = diameter / 10;
+    const float centimetres = static_cast<float>(tenth * scale);
     if (centimetres >= 100000.0F) {
         return QString::number(static_cast<double>(centimetres) / 100000.0) + "km";
     }
