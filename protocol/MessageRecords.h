@@ -202,6 +202,7 @@ struct MsgPdrComm {
     float qop;
     float hdop;
     float ems;
+    std::uint8_t tail[4]; ///< may be left out
 };
 static_assert(sizeof(MsgPdrComm) == 32 && offsetof(MsgPdrComm, inuseNum) == 12 && offsetof(MsgPdrComm, ems) == 24);
 
@@ -233,6 +234,7 @@ struct MsgPdrLs {
     std::uint16_t inuseNum;
     std::uint8_t isLsFix;
     std::uint8_t isRaimSucc;
+    std::uint8_t tail[4]; ///< may be left out
 };
 static_assert(sizeof(MsgPdrLs) == 64 && offsetof(MsgPdrLs, inuseNum) == 56 &&
               offsetof(MsgPdrLs, isRaimSucc) == 59);

@@ -84,6 +84,7 @@ struct PositionRecord {
 static_assert(sizeof(PositionRecord) == 32 && offsetof(PositionRecord, fixMode) == 24);
 /// It may come without its tail padding.
 constexpr std::size_t kPositionRecordMinSize = offsetof(PositionRecord, fixMode) + sizeof(PositionRecord::fixMode);
+static_assert(kPositionRecordMinSize == 25);
 
 // --- callback 102: u8 count, one unread byte, then the entries ---------------------------------------------
 
@@ -114,6 +115,7 @@ struct CompassRecord {
 static_assert(sizeof(CompassRecord) == 8 && offsetof(CompassRecord, fixMode) == 4);
 /// It may come without its tail padding.
 constexpr std::size_t kCompassRecordMinSize = offsetof(CompassRecord, fixMode) + sizeof(CompassRecord::fixMode);
+static_assert(kCompassRecordMinSize == 5);
 
 // --- callbacks 200 and 600 --------------------------------------------------------------------------------
 

@@ -460,65 +460,6 @@ private slots:
                  QByteArray(1, char(PriorityAutomatic)) + char(PriorityTtff) + char(PriorityAccuracy));
     }
 
-    void CommandsAcceptTheirLengths()
-    {
-        struct Accepted {
-            QVector<int> ids;
-            int word1;
-            QVector<QPair<int, int>> lengths;
-        };
-        const Accepted rows[] = {
-            {{1}, 0, {{12, 12}}},
-            {{1}, 3, {{12, 12}}},
-            {{2}, 0, {{0, 0}, {4, 4}}},
-            {{3}, 0, {{5, 5}}},
-            {{3}, 2, {{5, 5}}},
-            {{3}, 3, {{5, 5}}},
-            {{3}, 0x0104, {{6, 6}}},
-            {{4, 9, 12}, 0, {{1, 1}}},
-            {{5}, 0, {{1, 1}, {8, 8}}},
-            {{6, 7, 10, 11}, 0, {{2, 2}}},
-            {{8}, 0, {{3, 3}}},
-            {{257}, 0, {{1, 7400}}},
-            {{258}, 0, {{0, 0}}},
-            {{513}, 0, {{14, 14}}},
-            {{514}, 0, {{21, 21}}},
-            {{515, 516, 771, 777}, 0, {{52, 2572}}},
-            {{517, 773, 779}, 0, {{36, 36}}},
-            {{518, 519, 774, 778}, 0, {{20, 20}}},
-            {{520, 772, 776}, 0, {{44, 44}}},
-            {{521, 780}, 0, {{16, 268}}},
-            {{522}, 0, {{40, 2080}}},
-            {{769, 775}, 0, {{20, 20}}},
-            {{770}, 0, {{20, 20}}},
-            {{1028}, 0, {{12, 12}}},
-        };
-        QSet<QPair<int, int>> known;
-        for (const Accepted& row : rows) {
-            for (const int id : row.ids) {
-                known.insert({id, row.word1});
-                for (int length = 0; length < 7500; ++length) {
-                    bool good = false;
-                    for (const auto& range : row.lengths) {
-                        good = good || (length >= range.first && length <= range.second);
-                    }
-                    const CommandCheck check =
-                        CheckCommand(std::uint16_t(id), std::uint16_t(row.word1), std::size_t(length));
-                    QVERIFY2(check == (good ? CommandCheck::Accepted : CommandCheck::BadLength),
-                             qPrintable(QString("%1 with %2 bytes").arg(id).arg(length)));
-                }
-            }
-        }
-        for (int id = 0; id < 1200; ++id) {
-            for (const int word1 : {0, 1, 2, 3, 0x0104}) {
-                QCOMPARE(CheckCommand(std::uint16_t(id), std::uint16_t(word1), 5) == CommandCheck::Unknown,
-                         !known.contains({id, word1}));
-            }
-            const CommandForm* form = FindCommand(std::uint32_t(id));
-            QVERIFY(form == nullptr || form->word2 == (id == 258 ? 1 : 0));
-        }
-    }
-
     void MessagesHaveTheLengthsOfTheDocument()
     {
         static const QRegularExpression row(
