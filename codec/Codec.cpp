@@ -189,10 +189,9 @@ void Codec::OnFrame(const protocol::FrameView& frame)
     sink.OnPackage(package);
 
     if (frame.id == protocol::RptAck) {
-        if (frame.payloadLength >= sizeof(protocol::CbRecvAckType)) {
-            protocol::CbRecvAckType ack;
-            std::memcpy(&ack, frame.payload, sizeof ack);
-            m_sink->OnAck(ack);
+        if (frame.payloadLength >= protocol::LengthOf(protocol::kAckFields)) {
+            m_sink->OnAck(protocol::Unpacked<protocol::CbRecvAckType>(frame.payload, frame.payloadLength,
+                                                                      protocol::kAckFields));
         }
     } else if (frame.id == protocol::RptSleep) {
         TakeSleepNotice(frame);
@@ -205,7 +204,7 @@ void Codec::OnFrame(const protocol::FrameView& frame)
 
 void Codec::TakeSleepNotice(const protocol::FrameView& frame)
 {
-    const bool workWaiting = frame.payloadLength > 0 && frame.payload[0] == 1;
+    const bool workWaiting = frame.payloadLength > 0 && frame.payload[0] == protocol::SleepWakeMe;
     if (frame.payloadLength > 0 && (workWaiting || !m_mayUseSleep)) {
         m_sink->OnWakeUpNeeded();
     }

@@ -4,15 +4,10 @@
 // The tags of the online assistance's reply body and the commands that carry their records to the receiver; free
 // of Qt.
 
+#include "protocol/Constellations.h"
 #include "protocol/LinkFrame.h"
 
 namespace protocol {
-
-// A tag is a constellation's base plus a data kind.
-constexpr std::uint16_t kTagGps = 0;
-constexpr std::uint16_t kTagGlo = 32;
-constexpr std::uint16_t kTagBds = 64;
-constexpr std::uint16_t kTagGal = 96;
 
 enum AgnssKind : std::uint16_t {
     AgnssRtc = 1,
@@ -23,25 +18,58 @@ enum AgnssKind : std::uint16_t {
     AgnssAux = 6,
 };
 
+/// The bit of a data kind in the mask of the request; 0 for the time, which always comes.
+constexpr std::uint32_t DataTypeBit(AgnssKind kind)
+{
+    return kind == AgnssRtc ? 0 : std::uint32_t{1} << (kind - AgnssEph);
+}
+constexpr std::uint32_t kAllAgnssData = 2 * DataTypeBit(AgnssAux) - 1;
+static_assert(kAllAgnssData == 31);
+
+/// A tag is its constellation's place in kAgnssOrder, 32 tags each, plus a data kind.
+constexpr std::uint16_t TagOf(Constellation constellation, AgnssKind kind)
+{
+    return static_cast<std::uint16_t>(PlaceIn(kAgnssOrder, constellation) * 32 + kind);
+}
+static_assert(TagOf(Constellation::Gps, AgnssRtc) == 1 && TagOf(Constellation::Glonass, AgnssRtc) == 33 &&
+              TagOf(Constellation::Beidou, AgnssRtc) == 65 && TagOf(Constellation::Galileo, AgnssAux) == 102);
+
 struct AgnssTag {
     std::uint16_t tag;
     std::uint16_t commandId;
     std::uint8_t column; ///< text column of the command's ACK
 };
 
+constexpr AgnssTag RowFor(Constellation constellation, AgnssKind kind, std::uint16_t commandId)
+{
+    return {TagOf(constellation, kind), commandId, ColumnOf(constellation)};
+}
+
 constexpr AgnssTag kAgnssTags[] = {
-    {kTagGps + AgnssRtc, CmdAgnssGpsTime, 0},       {kTagGps + AgnssEph, CmdAgnssGpsEphemeris, 0},
-    {kTagGps + AgnssUtc, CmdAgnssUtc, 0},           {kTagGps + AgnssIon, CmdAgnssGpsIonosphere, 0},
-    {kTagGps + AgnssRti, CmdAgnssGpsIntegrity, 0},  {kTagGps + AgnssAux, CmdAgnssChannels, 0},
-    {kTagGlo + AgnssRtc, CmdAgnssTime, 0},          {kTagGlo + AgnssEph, CmdAgnssEphemeris, 0},
-    {kTagGlo + AgnssUtc, CmdAgnssUtcParameters, 0}, {kTagGlo + AgnssIon, CmdAgnssIonosphere, 0},
-    {kTagGlo + AgnssRti, CmdAgnssIntegrity, 0},     {kTagGlo + AgnssAux, CmdAgnssChannels, 0},
-    {kTagBds + AgnssRtc, CmdAgnssTime, 1},          {kTagBds + AgnssEph, CmdAgnssEphemeris, 1},
-    {kTagBds + AgnssUtc, CmdAgnssUtcParameters, 1}, {kTagBds + AgnssIon, CmdAgnssIonosphere, 1},
-    {kTagBds + AgnssRti, CmdAgnssIntegrity, 1},     {kTagBds + AgnssAux, CmdAgnssChannels, 1},
-    {kTagGal + AgnssRtc, CmdAgnssTime, 2},          {kTagGal + AgnssEph, CmdAgnssEphemeris, 2},
-    {kTagGal + AgnssUtc, CmdAgnssUtcParameters, 2}, {kTagGal + AgnssIon, CmdAgnssIonosphere, 2},
-    {kTagGal + AgnssRti, CmdAgnssIntegrity, 2},     {kTagGal + AgnssAux, CmdAgnssChannels, 2},
+    RowFor(Constellation::Gps, AgnssRtc, CmdAgnssGpsTime),
+    RowFor(Constellation::Gps, AgnssEph, CmdAgnssGpsEphemeris),
+    RowFor(Constellation::Gps, AgnssUtc, CmdAgnssUtc),
+    RowFor(Constellation::Gps, AgnssIon, CmdAgnssGpsIonosphere),
+    RowFor(Constellation::Gps, AgnssRti, CmdAgnssGpsIntegrity),
+    RowFor(Constellation::Gps, AgnssAux, CmdAgnssChannels),
+    RowFor(Constellation::Glonass, AgnssRtc, CmdAgnssTime),
+    RowFor(Constellation::Glonass, AgnssEph, CmdAgnssEphemeris),
+    RowFor(Constellation::Glonass, AgnssUtc, CmdAgnssUtcParameters),
+    RowFor(Constellation::Glonass, AgnssIon, CmdAgnssIonosphere),
+    RowFor(Constellation::Glonass, AgnssRti, CmdAgnssIntegrity),
+    RowFor(Constellation::Glonass, AgnssAux, CmdAgnssChannels),
+    RowFor(Constellation::Beidou, AgnssRtc, CmdAgnssTime),
+    RowFor(Constellation::Beidou, AgnssEph, CmdAgnssEphemeris),
+    RowFor(Constellation::Beidou, AgnssUtc, CmdAgnssUtcParameters),
+    RowFor(Constellation::Beidou, AgnssIon, CmdAgnssIonosphere),
+    RowFor(Constellation::Beidou, AgnssRti, CmdAgnssIntegrity),
+    RowFor(Constellation::Beidou, AgnssAux, CmdAgnssChannels),
+    RowFor(Constellation::Galileo, AgnssRtc, CmdAgnssTime),
+    RowFor(Constellation::Galileo, AgnssEph, CmdAgnssEphemeris),
+    RowFor(Constellation::Galileo, AgnssUtc, CmdAgnssUtcParameters),
+    RowFor(Constellation::Galileo, AgnssIon, CmdAgnssIonosphere),
+    RowFor(Constellation::Galileo, AgnssRti, CmdAgnssIntegrity),
+    RowFor(Constellation::Galileo, AgnssAux, CmdAgnssChannels),
 };
 
 /// The row of a tag, or null for one that is unknown.

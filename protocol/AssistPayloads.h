@@ -12,9 +12,11 @@
 //          8         body
 //        end-4  u32  CRC-32 of everything before it
 //
+// The body is the fields of one list, in a row without padding, or entries of such fields.
 // Satellites are numbered from 1 inside their system. docs/receiver-link.md lists the bodies.
 
-#include "protocol/ByteImage.h"
+#include "protocol/Constellations.h"
+#include "protocol/FieldList.h"
 #include "protocol/LinkFrame.h"
 
 #include <array>
@@ -35,54 +37,53 @@ enum class AssistKind : std::uint8_t {
     FineIonosphere = 7,
 };
 
-/// In the order of the constellation setting.
+/// The numbers of kSettingOrder.
 enum class AssistSystem : std::uint8_t { Gps, Beidou, Glonass, Galileo, Qzss };
-constexpr std::size_t kAssistSystems = 5;
+constexpr std::size_t kAssistSystems = kSettingOrder.size();
+
+constexpr Constellation ConstellationOf(AssistSystem system)
+{
+    return kSettingOrder[static_cast<std::size_t>(system)];
+}
+static_assert(ConstellationOf(AssistSystem::Gps) == Constellation::Gps &&
+              ConstellationOf(AssistSystem::Beidou) == Constellation::Beidou &&
+              ConstellationOf(AssistSystem::Glonass) == Constellation::Glonass &&
+              ConstellationOf(AssistSystem::Galileo) == Constellation::Galileo &&
+              ConstellationOf(AssistSystem::Qzss) == Constellation::Qzss && kAssistSystems == 5);
+
+/// The number of a constellation that the constellation setting has.
+constexpr AssistSystem AssistSystemOf(Constellation constellation)
+{
+    return static_cast<AssistSystem>(PlaceIn(kSettingOrder, constellation));
+}
 
 constexpr std::uint8_t kAssistVersion = 1;
-constexpr std::size_t kAssistHeaderSize = 8;
-constexpr std::size_t kAssistCheckSize = 4;
-constexpr std::size_t kAssistFrameSize = kAssistHeaderSize + kAssistCheckSize;
 
 constexpr std::size_t kMaxAssistSatellites = 64;
-constexpr std::size_t kAssistOrbitSize = 40;
-constexpr std::size_t kAssistChannelSize = 4;
 constexpr std::size_t kMinGridSide = 2;
 constexpr std::size_t kMaxGridSide = 32;
-
-// Lengths of whole payloads in bytes.
-constexpr std::uint16_t kAssistTimeSize = kAssistFrameSize + 8;
-constexpr std::uint16_t kAssistUtcSize = kAssistFrameSize + 24;
-constexpr std::uint16_t kAssistIonosphereSize = kAssistFrameSize + 32;
-constexpr std::uint16_t kAssistIntegritySize = kAssistFrameSize + 8;
-constexpr std::size_t AssistEphemerisSize(std::size_t satellites)
-{
-    return kAssistFrameSize + satellites * kAssistOrbitSize;
-}
-constexpr std::size_t AssistChannelsSize(std::size_t satellites)
-{
-    return kAssistFrameSize + satellites * kAssistChannelSize;
-}
-constexpr std::size_t AssistGridSize(std::size_t rows, std::size_t columns)
-{
-    return kAssistFrameSize + 20 + 2 * rows * columns;
-}
 
 struct AssistHeader {
     AssistKind kind{};
     AssistSystem system{};
+    std::uint8_t version = kAssistVersion;
     std::uint8_t count = 1;
     std::uint32_t issued = 0; ///< Unix seconds
 };
+constexpr auto kAssistHeaderFields = Fields(&AssistHeader::kind, &AssistHeader::system, &AssistHeader::version,
+                                            &AssistHeader::count, &AssistHeader::issued);
+static_assert(LengthOf(kAssistHeaderFields) == 8 && LastOffset(kAssistHeaderFields) == 4);
 
-/// Body: u32 Unix seconds, u16 milliseconds, u16 uncertainty in milliseconds.
 struct AssistTime {
-    std::uint32_t seconds = 0;
+    std::uint32_t seconds = 0; ///< Unix seconds
     std::uint16_t millisecond = 0;
-    std::uint16_t uncertainty = 0;
+    std::uint16_t uncertainty = 0; ///< milliseconds
 };
+constexpr auto kAssistTimeFields =
+    Fields(&AssistTime::seconds, &AssistTime::millisecond, &AssistTime::uncertainty);
+static_assert(LengthOf(kAssistTimeFields) == 8 && LastOffset(kAssistTimeFields) == 6);
 
-/// One satellite's circular orbit around a moment. Entry: u8 number, u8 health, u16 fit, u32 toe, four doubles.
+/// One satellite's circular orbit around a moment.
 struct AssistOrbit {
     std::uint8_t number = 0;
     std::uint8_t health = 0;  ///< 0 is good
@@ -93,8 +94,12 @@ struct AssistOrbit {
     double node = 0.0;        ///< radians, earth-fixed longitude of the ascending node at toe, -2 pi to 2 pi
     double argument = 0.0;    ///< radians, argument of latitude at toe, -2 pi to 2 pi
 };
+constexpr auto kAssistOrbitFields =
+    Fields(&AssistOrbit::number, &AssistOrbit::health, &AssistOrbit::fit, &AssistOrbit::toe, &AssistOrbit::radius,
+           &AssistOrbit::inclination, &AssistOrbit::node, &AssistOrbit::argument);
+static_assert(LengthOf(kAssistOrbitFields) == 40 && LastOffset(kAssistOrbitFields) == 32);
 
-/// Body: two doubles, u32, u8, u8, two zero bytes. UTC runs behind the system's time by the leap seconds and
+/// UTC runs behind the system's time by the leap seconds and
 /// a0 + a1 (t - reference).
 struct AssistUtc {
     double a0 = 0.0; ///< seconds
@@ -103,26 +108,34 @@ struct AssistUtc {
     std::uint8_t leapSeconds = 0;
     std::uint8_t nextLeapSeconds = 0;
 };
+constexpr auto kAssistUtcFields = Fields(&AssistUtc::a0, &AssistUtc::a1, &AssistUtc::reference,
+                                         &AssistUtc::leapSeconds, &AssistUtc::nextLeapSeconds, Zeros<2>());
+static_assert(LengthOf(kAssistUtcFields) == 24 && LastOffset(kAssistUtcFields) == 22);
 
-/// Body: eight floats, the broadcast model's alpha and beta.
+/// The broadcast model's alpha and beta.
 struct AssistIonosphere {
     std::array<float, 4> alpha{};
     std::array<float, 4> beta{};
 };
+constexpr auto kAssistIonosphereFields = Fields(&AssistIonosphere::alpha, &AssistIonosphere::beta);
+static_assert(LengthOf(kAssistIonosphereFields) == 32 && LastOffset(kAssistIonosphereFields) == 16);
 
-/// Body: u64, bit n-1 set when satellite n must not be used.
 struct AssistIntegrity {
-    std::uint64_t unusable = 0;
+    std::uint64_t unusable = 0; ///< bit n-1 set when satellite n must not be used
 };
+constexpr auto kAssistIntegrityFields = Fields(&AssistIntegrity::unusable);
+static_assert(LengthOf(kAssistIntegrityFields) == 8);
 
-/// Entry: u8 number, i8 frequency channel, u8 carriers, one zero byte.
 struct AssistChannel {
     std::uint8_t number = 0;
     std::int8_t channel = 0;   ///< -7 to 6; 0 for systems without channels
     std::uint8_t carriers = 0; ///< bit 0 the first carrier, bit 1 the second
 };
+constexpr auto kAssistChannelFields =
+    Fields(&AssistChannel::number, &AssistChannel::channel, &AssistChannel::carriers, Zeros<1>());
+static_assert(LengthOf(kAssistChannelFields) == 4 && LastOffset(kAssistChannelFields) == 3);
 
-/// Body: u8 rows, u8 columns, u16 0, four floats, then the values row by row as u16.
+/// The fields of the list, then the values row by row.
 struct AssistGrid {
     std::uint8_t rows = 0;    ///< 2 to 32, from south to north
     std::uint8_t columns = 0; ///< 2 to 32, from west to east
@@ -132,6 +145,37 @@ struct AssistGrid {
     float longitudeStep = 0.0f;
     std::vector<std::uint16_t> content; ///< vertical electron content in tenths of a TECU
 };
+constexpr auto kAssistGridFields =
+    Fields(&AssistGrid::rows, &AssistGrid::columns, Zeros<2>(), &AssistGrid::latitude, &AssistGrid::longitude,
+           &AssistGrid::latitudeStep, &AssistGrid::longitudeStep);
+static_assert(LengthOf(kAssistGridFields) == 20 && LastOffset(kAssistGridFields) == 16);
+
+// Lengths of whole payloads in bytes.
+constexpr std::size_t kAssistCheckSize = sizeof(std::uint32_t);
+constexpr std::size_t kAssistFrameSize = LengthOf(kAssistHeaderFields) + kAssistCheckSize;
+static_assert(kAssistFrameSize == 12);
+
+template <typename List>
+constexpr std::uint16_t AssistSize(const List& fields, std::size_t entries = 1, std::size_t behind = 0)
+{
+    return static_cast<std::uint16_t>(kAssistFrameSize + entries * LengthOf(fields) + behind);
+}
+constexpr std::uint16_t kAssistTimeSize = AssistSize(kAssistTimeFields);
+constexpr std::uint16_t kAssistUtcSize = AssistSize(kAssistUtcFields);
+constexpr std::uint16_t kAssistIonosphereSize = AssistSize(kAssistIonosphereFields);
+constexpr std::uint16_t kAssistIntegritySize = AssistSize(kAssistIntegrityFields);
+constexpr std::uint16_t AssistEphemerisSize(std::size_t satellites)
+{
+    return AssistSize(kAssistOrbitFields, satellites);
+}
+constexpr std::uint16_t AssistChannelsSize(std::size_t satellites)
+{
+    return AssistSize(kAssistChannelFields, satellites);
+}
+constexpr std::uint16_t AssistGridSize(std::size_t rows, std::size_t columns)
+{
+    return AssistSize(kAssistGridFields, 1, rows * columns * sizeof(std::uint16_t));
+}
 
 /// A set of systems: bit n stands for the system of that number.
 constexpr std::uint8_t SystemBit(AssistSystem system)
@@ -188,11 +232,8 @@ constexpr const AssistForm* FindAssistForm(std::uint16_t commandId)
 inline ImageWriter BeginAssist(AssistKind kind, AssistSystem system, std::size_t count, std::uint32_t issued)
 {
     ImageWriter image;
-    image.U8(static_cast<unsigned>(kind));
-    image.U8(static_cast<unsigned>(system));
-    image.U8(kAssistVersion);
-    image.U8(static_cast<unsigned>(count));
-    image.U32(issued);
+    WriteFields(image, AssistHeader{kind, system, kAssistVersion, static_cast<std::uint8_t>(count), issued},
+                kAssistHeaderFields);
     return image;
 }
 
@@ -205,9 +246,7 @@ inline std::vector<std::uint8_t> EndAssist(ImageWriter& image)
 inline std::vector<std::uint8_t> MakeAssistTime(AssistSystem system, std::uint32_t issued, const AssistTime& time)
 {
     ImageWriter image = BeginAssist(AssistKind::Time, system, 1, issued);
-    image.U32(time.seconds);
-    image.U16(time.millisecond);
-    image.U16(time.uncertainty);
+    WriteFields(image, time, kAssistTimeFields);
     return EndAssist(image);
 }
 
@@ -216,14 +255,7 @@ inline std::vector<std::uint8_t> MakeAssistEphemeris(AssistSystem system, std::u
 {
     ImageWriter image = BeginAssist(AssistKind::Ephemeris, system, orbits.size(), issued);
     for (const AssistOrbit& orbit : orbits) {
-        image.U8(orbit.number);
-        image.U8(orbit.health);
-        image.U16(orbit.fit);
-        image.U32(orbit.toe);
-        image.F64(orbit.radius);
-        image.F64(orbit.inclination);
-        image.F64(orbit.node);
-        image.F64(orbit.argument);
+        WriteFields(image, orbit, kAssistOrbitFields);
     }
     return EndAssist(image);
 }
@@ -231,12 +263,7 @@ inline std::vector<std::uint8_t> MakeAssistEphemeris(AssistSystem system, std::u
 inline std::vector<std::uint8_t> MakeAssistUtc(AssistSystem system, std::uint32_t issued, const AssistUtc& utc)
 {
     ImageWriter image = BeginAssist(AssistKind::Utc, system, 1, issued);
-    image.F64(utc.a0);
-    image.F64(utc.a1);
-    image.U32(utc.reference);
-    image.U8(utc.leapSeconds);
-    image.U8(utc.nextLeapSeconds);
-    image.U16(0);
+    WriteFields(image, utc, kAssistUtcFields);
     return EndAssist(image);
 }
 
@@ -244,11 +271,7 @@ inline std::vector<std::uint8_t> MakeAssistIonosphere(AssistSystem system, std::
                                                       const AssistIonosphere& ionosphere)
 {
     ImageWriter image = BeginAssist(AssistKind::Ionosphere, system, 1, issued);
-    for (const auto* values : {&ionosphere.alpha, &ionosphere.beta}) {
-        for (const float value : *values) {
-            image.F32(value);
-        }
-    }
+    WriteFields(image, ionosphere, kAssistIonosphereFields);
     return EndAssist(image);
 }
 
@@ -256,7 +279,7 @@ inline std::vector<std::uint8_t> MakeAssistIntegrity(AssistSystem system, std::u
                                                      const AssistIntegrity& integrity)
 {
     ImageWriter image = BeginAssist(AssistKind::Integrity, system, 1, issued);
-    image.U64(integrity.unusable);
+    WriteFields(image, integrity, kAssistIntegrityFields);
     return EndAssist(image);
 }
 
@@ -265,10 +288,7 @@ inline std::vector<std::uint8_t> MakeAssistChannels(AssistSystem system, std::ui
 {
     ImageWriter image = BeginAssist(AssistKind::Channels, system, channels.size(), issued);
     for (const AssistChannel& channel : channels) {
-        image.U8(channel.number);
-        image.I8(channel.channel);
-        image.U8(channel.carriers);
-        image.U8(0);
+        WriteFields(image, channel, kAssistChannelFields);
     }
     return EndAssist(image);
 }
@@ -276,12 +296,7 @@ inline std::vector<std::uint8_t> MakeAssistChannels(AssistSystem system, std::ui
 inline std::vector<std::uint8_t> MakeAssistGrid(std::uint32_t issued, const AssistGrid& grid)
 {
     ImageWriter image = BeginAssist(AssistKind::FineIonosphere, AssistSystem::Gps, 1, issued);
-    image.U8(grid.rows);
-    image.U8(grid.columns);
-    image.U16(0);
-    for (const float value : {grid.latitude, grid.longitude, grid.latitudeStep, grid.longitudeStep}) {
-        image.F32(value);
-    }
+    WriteFields(image, grid, kAssistGridFields);
     for (const std::uint16_t value : grid.content) {
         image.U16(value);
     }
@@ -298,23 +313,17 @@ inline bool ReadAssistHeader(const std::uint8_t* payload, std::size_t length, As
         return false;
     }
     ImageReader image(payload, length - kAssistCheckSize);
-    header.kind = static_cast<AssistKind>(image.U8());
-    header.system = static_cast<AssistSystem>(image.U8());
-    const std::uint8_t version = image.U8();
-    header.count = image.U8();
-    header.issued = image.U32();
+    ReadFields(image, header, kAssistHeaderFields);
     ImageReader check(payload + length - kAssistCheckSize, kAssistCheckSize);
     body = image;
-    return version == kAssistVersion && static_cast<std::size_t>(header.system) < kAssistSystems &&
+    return header.version == kAssistVersion && static_cast<std::size_t>(header.system) < kAssistSystems &&
            header.count >= 1 && header.count <= kMaxAssistSatellites &&
            check.U32() == Crc32(payload, length - kAssistCheckSize);
 }
 
 inline bool ReadAssistTime(ImageReader body, AssistTime& time)
 {
-    time.seconds = body.U32();
-    time.millisecond = body.U16();
-    time.uncertainty = body.U16();
+    ReadFields(body, time, kAssistTimeFields);
     return body.AtEnd() && time.millisecond < 1000;
 }
 
@@ -328,14 +337,7 @@ inline bool ReadAssistEphemeris(const AssistHeader& header, ImageReader body, st
     bool good = true;
     orbits.assign(header.count, AssistOrbit());
     for (AssistOrbit& orbit : orbits) {
-        orbit.number = body.U8();
-        orbit.health = body.U8();
-        orbit.fit = body.U16();
-        orbit.toe = body.U32();
-        orbit.radius = body.F64();
-        orbit.inclination = body.F64();
-        orbit.node = body.F64();
-        orbit.argument = body.F64();
+        ReadFields(body, orbit, kAssistOrbitFields);
         good = good && orbit.number >= 1 && orbit.number <= kMaxAssistSatellites && orbit.fit > 0 &&
                within(orbit.radius, 6.5e6, 1e8) && within(orbit.inclination, 0.0, pi) &&
                within(orbit.node, -2.0 * pi, 2.0 * pi) && within(orbit.argument, -2.0 * pi, 2.0 * pi);
@@ -345,20 +347,16 @@ inline bool ReadAssistEphemeris(const AssistHeader& header, ImageReader body, st
 
 inline bool ReadAssistUtc(ImageReader body, AssistUtc& utc)
 {
-    utc.a0 = body.F64();
-    utc.a1 = body.F64();
-    utc.reference = body.U32();
-    utc.leapSeconds = body.U8();
-    utc.nextLeapSeconds = body.U8();
-    return body.U16() == 0 && body.AtEnd() && std::fabs(utc.a0) <= 1.0 && std::fabs(utc.a1) <= 1e-6;
+    const bool zero = ReadFields(body, utc, kAssistUtcFields);
+    return zero && body.AtEnd() && std::fabs(utc.a0) <= 1.0 && std::fabs(utc.a1) <= 1e-6;
 }
 
 inline bool ReadAssistIonosphere(ImageReader body, AssistIonosphere& ionosphere)
 {
+    ReadFields(body, ionosphere, kAssistIonosphereFields);
     bool good = true;
-    for (auto* values : {&ionosphere.alpha, &ionosphere.beta}) {
-        for (float& value : *values) {
-            value = body.F32();
+    for (const auto* values : {&ionosphere.alpha, &ionosphere.beta}) {
+        for (const float value : *values) {
             good = good && std::isfinite(value);
         }
     }
@@ -367,7 +365,7 @@ inline bool ReadAssistIonosphere(ImageReader body, AssistIonosphere& ionosphere)
 
 inline bool ReadAssistIntegrity(ImageReader body, AssistIntegrity& integrity)
 {
-    integrity.unusable = body.U64();
+    ReadFields(body, integrity, kAssistIntegrityFields);
     return body.AtEnd();
 }
 
@@ -376,12 +374,10 @@ inline bool ReadAssistChannels(const AssistHeader& header, ImageReader body, std
     bool good = true;
     channels.assign(header.count, AssistChannel());
     for (AssistChannel& channel : channels) {
-        channel.number = body.U8();
-        channel.channel = body.I8();
-        channel.carriers = body.U8();
+        const bool zero = ReadFields(body, channel, kAssistChannelFields);
         const int lowest = header.system == AssistSystem::Glonass ? -7 : 0;
         const int highest = header.system == AssistSystem::Glonass ? 6 : 0;
-        good = good && body.U8() == 0 && channel.number >= 1 && channel.number <= kMaxAssistSatellites &&
+        good = good && zero && channel.number >= 1 && channel.number <= kMaxAssistSatellites &&
                channel.channel >= lowest && channel.channel <= highest && channel.carriers <= 3;
     }
     return good && body.AtEnd();
@@ -389,14 +385,8 @@ inline bool ReadAssistChannels(const AssistHeader& header, ImageReader body, std
 
 inline bool ReadAssistGrid(ImageReader body, AssistGrid& grid)
 {
-    grid.rows = body.U8();
-    grid.columns = body.U8();
-    const bool reserved = body.U16() == 0;
-    grid.latitude = body.F32();
-    grid.longitude = body.F32();
-    grid.latitudeStep = body.F32();
-    grid.longitudeStep = body.F32();
-    if (!reserved || grid.rows < kMinGridSide || grid.rows > kMaxGridSide || grid.columns < kMinGridSide ||
+    const bool zero = ReadFields(body, grid, kAssistGridFields);
+    if (!zero || grid.rows < kMinGridSide || grid.rows > kMaxGridSide || grid.columns < kMinGridSide ||
         grid.columns > kMaxGridSide || !(std::fabs(grid.latitude) <= 90.0f) ||
         !(std::fabs(grid.longitude) <= 180.0f) || !(grid.latitudeStep > 0.0f && grid.latitudeStep <= 90.0f) ||
         !(grid.longitudeStep > 0.0f && grid.longitudeStep <= 90.0f)) {

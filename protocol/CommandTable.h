@@ -6,6 +6,8 @@
 // frame; it is the receiver that judges length and range, so that a wrong one is answered and not swallowed.
 
 #include "protocol/AssistPayloads.h"
+#include "protocol/AssistRecords.h"
+#include "protocol/CommandPayloads.h"
 #include "protocol/LinkFrame.h"
 
 namespace protocol {
@@ -20,37 +22,45 @@ struct CommandForm {
 };
 
 // Lengths of the assistance items, of protocol/AssistPayloads.h.
-constexpr std::uint16_t kMinEphemeris = static_cast<std::uint16_t>(AssistEphemerisSize(1));
-constexpr std::uint16_t kMaxEphemeris = static_cast<std::uint16_t>(AssistEphemerisSize(kMaxAssistSatellites));
-constexpr std::uint16_t kMinChannels = static_cast<std::uint16_t>(AssistChannelsSize(1));
-constexpr std::uint16_t kMaxChannels = static_cast<std::uint16_t>(AssistChannelsSize(kMaxAssistSatellites));
-constexpr std::uint16_t kMinGrid = static_cast<std::uint16_t>(AssistGridSize(kMinGridSide, kMinGridSide));
-constexpr std::uint16_t kMaxGrid = static_cast<std::uint16_t>(AssistGridSize(kMaxGridSide, kMaxGridSide));
+constexpr std::uint16_t kMinEphemeris = AssistEphemerisSize(1);
+constexpr std::uint16_t kMaxEphemeris = AssistEphemerisSize(kMaxAssistSatellites);
+constexpr std::uint16_t kMinChannels = AssistChannelsSize(1);
+constexpr std::uint16_t kMaxChannels = AssistChannelsSize(kMaxAssistSatellites);
+constexpr std::uint16_t kMinGrid = AssistGridSize(kMinGridSide, kMinGridSide);
+constexpr std::uint16_t kMaxGrid = AssistGridSize(kMaxGridSide, kMaxGridSide);
 static_assert(kMaxEphemeris <= kMaxFramePayload && kMaxGrid <= kMaxFramePayload);
 
+/// One accepted form with the one length of a list.
+template <typename List>
+constexpr CommandForm FormOf(std::uint16_t id, const List& fields, std::uint16_t word1 = 0)
+{
+    const auto length = static_cast<std::uint16_t>(LengthOf(fields));
+    return {id, word1, 0, length, length};
+}
+
 constexpr CommandForm kCommandForms[] = {
-    {CmdStart, 0, 0, 12, 12},
-    {CmdStart, kStartWord, 0, 12, 12},
+    FormOf(CmdStart, kStartFields),
+    FormOf(CmdStart, kStartFields, kStartWord),
     {CmdStop, 0, 0, 0, 0},
-    {CmdStop, 0, 0, 4, 4},
-    {CmdConstellations, 0, 0, 5, 5},
-    {CmdConstellations, kHotStartWord, 0, 5, 5},
-    {CmdConstellations, kColdStartWord, 0, 5, 5},
-    {CmdConstellations, kNmeaMaskWord, 0, 6, 6},
-    {CmdStartMode, 0, 0, 1, 1},
-    {CmdNmea, 0, 0, 1, 1}, // the probe after silence
-    {CmdNmea, 0, 0, 8, 8},
-    {CmdAcqLowPower, 0, 0, 2, 2},
-    {CmdTrkLowPower, 0, 0, 2, 2},
-    {CmdAntiJam, 0, 0, 3, 3},
-    {CmdUpdateRate, 0, 0, 1, 1},
-    {CmdPps, 0, 0, 2, 2},
-    {CmdReports, 0, 0, 2, 2},
-    {CmdFixPriority, 0, 0, 1, 1},
+    {CmdStop, 0, 0, kStopPayload, kStopPayload},
+    FormOf(CmdConstellations, kConstellationSettingFields),
+    FormOf(CmdConstellations, kStartItemFields, kHotStartWord),
+    FormOf(CmdConstellations, kStartItemFields, kColdStartWord),
+    FormOf(CmdConstellations, kNmeaMaskFields, kNmeaMaskWord),
+    {CmdStartMode, 0, 0, kOneByte, kOneByte},
+    {CmdNmea, 0, 0, kOneByte, kOneByte}, // the probe after silence
+    FormOf(CmdNmea, kNmeaSettingFields),
+    FormOf(CmdAcqLowPower, kLowPowerFields),
+    FormOf(CmdTrkLowPower, kLowPowerFields),
+    FormOf(CmdAntiJam, kAntiJamFields),
+    {CmdUpdateRate, 0, 0, kOneByte, kOneByte},
+    FormOf(CmdPps, kPpsFields),
+    FormOf(CmdReports, kReportFields),
+    {CmdFixPriority, 0, 0, kOneByte, kOneByte},
     {CmdInjectHistory, 0, 0, 1, static_cast<std::uint16_t>(kMaxHistoryBlock)},
     {CmdReadHistory, 0, 1, 0, 0},
-    {CmdPgnssTime, 0, 0, 14, 14},
-    {CmdPgnssPosition, 0, 0, 21, 21},
+    FormOf(CmdPgnssTime, kReferenceTimeFields),
+    FormOf(CmdPgnssPosition, kScenePositionFields),
     {CmdPgnssGpsEphemeris, 0, 0, kMinEphemeris, kMaxEphemeris},
     {CmdPgnssEphemeris, 0, 0, kMinEphemeris, kMaxEphemeris},
     {CmdPgnssUtc, 0, 0, kAssistUtcSize, kAssistUtcSize},
@@ -60,7 +70,7 @@ constexpr CommandForm kCommandForms[] = {
     {CmdPgnssGloChannels, 0, 0, kMinChannels, kMaxChannels},
     {CmdPgnssFineIonosphere, 0, 0, kMinGrid, kMaxGrid},
     {CmdAgnssGpsTime, 0, 0, kAssistTimeSize, kAssistTimeSize},
-    {CmdAgnssPosition, 0, 0, 20, 20},
+    FormOf(CmdAgnssPosition, kReferencePositionFields),
     {CmdAgnssGpsEphemeris, 0, 0, kMinEphemeris, kMaxEphemeris},
     {CmdAgnssGpsIonosphere, 0, 0, kAssistIonosphereSize, kAssistIonosphereSize},
     {CmdAgnssUtc, 0, 0, kAssistUtcSize, kAssistUtcSize},
@@ -71,7 +81,7 @@ constexpr CommandForm kCommandForms[] = {
     {CmdAgnssIntegrity, 0, 0, kAssistIntegritySize, kAssistIntegritySize},
     {CmdAgnssUtcParameters, 0, 0, kAssistUtcSize, kAssistUtcSize},
     {CmdAgnssChannels, 0, 0, kMinChannels, kMaxChannels},
-    {CmdUtcTime, 0, 0, 12, 12},
+    FormOf(CmdUtcTime, kUtcTimeFields),
 };
 
 /// The first row of an id, or null for an id that is no command. The pass-through (512) never crosses the

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/FirmwareImage.h"
 
+#include "protocol/LinkFrame.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -20,13 +22,13 @@ bool FirmwareImage::ReadHeader()
 
 bool FirmwareImage::Next(FirmwareRecord& record)
 {
-    unsigned char field[kImageLengthSize] = {};
+    std::uint8_t field[kImageLengthSize] = {};
     const std::size_t got = m_source(reinterpret_cast<char*>(field), sizeof field);
     if (got == 0) {
         return false;
     }
     // A lone byte at the end is the beginning of a record whose message is missing.
-    const std::size_t length = static_cast<std::size_t>(field[0]) | static_cast<std::size_t>(field[1]) << 8;
+    const std::size_t length = ReadU16(field);
     record.skipped = got == sizeof field && length == 0;
     record.message.resize(got == sizeof field ? length : 0);
     if (!record.message.empty()) {

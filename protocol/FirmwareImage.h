@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -16,7 +17,8 @@ namespace protocol {
 //              ...       further records to the end of the file
 
 constexpr std::size_t kImageHeaderSize = 4;
-constexpr std::size_t kImageLengthSize = 2;
+constexpr std::size_t kImageLengthSize = sizeof(std::uint16_t);
+static_assert(kImageHeaderSize == 4 && kImageLengthSize == 2);
 constexpr char kTerminatingStart[] = {0x51, 0x55, 0x49, 0x54, 0x20};
 
 /// Reads up to `size` bytes into `out` and returns how many there were.

@@ -25,8 +25,18 @@ namespace protocol {
 
 constexpr std::uint8_t kFrameFlag = 0x7E;
 constexpr std::uint8_t kFrameClass = 0x04;
-constexpr std::size_t kFrameHeaderSize = 12;
+
+// Where the fields of a frame begin.
+constexpr std::size_t kFrameClassAt = 1;
+constexpr std::size_t kFrameTotalAt = 2;
+constexpr std::size_t kFrameIdAt = 4;
+constexpr std::size_t kFrameWord1At = 6;
+constexpr std::size_t kFrameWord2At = 8;
+constexpr std::size_t kFrameLengthAt = 10;
+constexpr std::size_t kFrameHeaderSize = kFrameLengthAt + sizeof(std::uint16_t);
 constexpr std::size_t kFrameOverhead = kFrameHeaderSize + 1;
+static_assert(kFrameLengthAt == 10 && kFrameHeaderSize == 12 && kFrameOverhead == 13);
+
 constexpr std::size_t kMaxFrameLength = 15000;
 constexpr std::size_t kMaxFramePayload = kMaxFrameLength - kFrameOverhead;
 
@@ -84,11 +94,17 @@ constexpr std::uint16_t kNmeaMaskWord = 0x0104; ///< id 3: NMEA mask
 /// Receiver to host.
 enum ReportId : std::uint16_t {
     RptAck = 0x8001,     ///< u16 command id, u16 status
-    RptSleep = 0x8002,   ///< u8: 0 about to sleep, 1 asleep with work waiting (wake me)
+    RptSleep = 0x8002,   ///< u8: a SleepNotice
     RptHistory = 0x8003, ///< first word: part from 0; second word: number of parts
     RptMessage = 0x8100, ///< plus a MessageType: that message's payload image
 };
 constexpr std::uint16_t kRptMessageLast = 0x81FF;
+
+/// The payload of RptSleep.
+enum SleepNotice : std::uint8_t {
+    SleepComing = 0, ///< about to sleep
+    SleepWakeMe = 1, ///< asleep with work waiting
+};
 
 enum AckStatus : std::uint16_t {
     AckAccepted = 0,
@@ -101,17 +117,15 @@ enum AckStatus : std::uint16_t {
 /// hexadecimal digits, CR LF; one from the receiver is kAtHexReport, the digits, CR LF.
 constexpr char kAtHexCommand[] = "AT+GNSSHEX=";
 constexpr char kAtHexReport[] = "+GNSSHEX:";
-constexpr char kAtStart[] = "AT+GNSSSTART=1,1,1,0";
-constexpr char kAtStop[] = "AT+GNSSSTOP";
 constexpr int kAtProduct = 31;
 constexpr int kReducedProduct = 27;
 
-inline std::uint16_t ReadU16(const std::uint8_t* p)
+constexpr std::uint16_t ReadU16(const std::uint8_t* p)
 {
     return static_cast<std::uint16_t>(p[0] | (p[1] << 8));
 }
 
-inline void WriteU16(std::uint8_t* p, std::uint16_t value)
+constexpr void WriteU16(std::uint8_t* p, std::uint16_t value)
 {
     p[0] = static_cast<std::uint8_t>(value & 0xFF);
     p[1] = static_cast<std::uint8_t>(value >> 8);
@@ -126,12 +140,12 @@ inline std::size_t WriteFrame(std::uint8_t* out, std::size_t capacity, std::uint
         return 0;
     }
     out[0] = kFrameFlag;
-    out[1] = kFrameClass;
-    WriteU16(out + 2, static_cast<std::uint16_t>(total));
-    WriteU16(out + 4, id);
-    WriteU16(out + 6, word1);
-    WriteU16(out + 8, word2);
-    WriteU16(out + 10, static_cast<std::uint16_t>(payloadLength));
+    out[kFrameClassAt] = kFrameClass;
+    WriteU16(out + kFrameTotalAt, static_cast<std::uint16_t>(total));
+    WriteU16(out + kFrameIdAt, id);
+    WriteU16(out + kFrameWord1At, word1);
+    WriteU16(out + kFrameWord2At, word2);
+    WriteU16(out + kFrameLengthAt, static_cast<std::uint16_t>(payloadLength));
     if (payloadLength > 0) {
         std::memcpy(out + kFrameHeaderSize, payload, payloadLength);
     }
@@ -149,31 +163,35 @@ struct FrameView {
 
 /// The length that a frame header claims, or 0 when these bytes cannot begin a frame. `available` may be
 /// anything from 1 on; with fewer than 12 bytes a header that is right so far gives 12.
-inline std::size_t ClaimedFrameLength(const std::uint8_t* p, std::size_t available)
+constexpr std::size_t ClaimedFrameLength(const std::uint8_t* p, std::size_t available)
 {
-    if (available == 0 || p[0] != kFrameFlag || (available > 1 && p[1] != kFrameClass)) {
+    if (available == 0 || p[0] != kFrameFlag || (available > kFrameClassAt && p[kFrameClassAt] != kFrameClass)) {
         return 0;
     }
-    if (available < 4) {
+    if (available < kFrameIdAt) {
         return kFrameHeaderSize;
     }
-    const std::size_t total = ReadU16(p + 2);
+    const std::size_t total = ReadU16(p + kFrameTotalAt);
     if (total < kFrameOverhead || total > kMaxFrameLength) {
         return 0;
     }
     if (available < kFrameHeaderSize) {
         return kFrameHeaderSize;
     }
-    return total == kFrameOverhead + ReadU16(p + 10) ? total : 0;
+    return total == kFrameOverhead + ReadU16(p + kFrameLengthAt) ? total : 0;
 }
 
 /// Reads a whole frame of exactly `length` bytes.
-inline bool ReadFrame(const std::uint8_t* p, std::size_t length, FrameView& frame)
+constexpr bool ReadFrame(const std::uint8_t* p, std::size_t length, FrameView& frame)
 {
     if (length < kFrameOverhead || ClaimedFrameLength(p, length) != length || p[length - 1] != kFrameFlag) {
         return false;
     }
-    frame = {ReadU16(p + 4), ReadU16(p + 6), ReadU16(p + 8), p + kFrameHeaderSize, length - kFrameOverhead};
+    frame.id = ReadU16(p + kFrameIdAt);
+    frame.word1 = ReadU16(p + kFrameWord1At);
+    frame.word2 = ReadU16(p + kFrameWord2At);
+    frame.payload = p + kFrameHeaderSize;
+    frame.payloadLength = length - kFrameOverhead;
     return true;
 }
 

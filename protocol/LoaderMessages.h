@@ -2,7 +2,9 @@
 #pragma once
 
 #include "protocol/Crc32.h"
+#include "protocol/FieldList.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -30,10 +32,20 @@ enum class LoaderMessage : std::uint8_t {
 
 constexpr std::string_view kLoaderMagic = "VLDR";
 constexpr std::string_view kLoaderQuit = "QUIT ";
-constexpr std::size_t kLoaderHeaderSize = 8;
-constexpr std::size_t kLoaderCheckSize = 4;
-constexpr std::size_t kLoaderFieldSize = 4;          ///< the number that each payload begins with
-constexpr std::size_t kLongestLoaderMessage = 65535; ///< what a record of an image holds
+
+struct LoaderHeader {
+    std::array<char, 4> magic = {{'V', 'L', 'D', 'R'}};
+    LoaderMessage kind{};
+    std::uint16_t length = 0; ///< of the payload
+};
+constexpr auto kLoaderHeaderFields =
+    Fields(&LoaderHeader::magic, &LoaderHeader::kind, Zeros<1>(), &LoaderHeader::length);
+constexpr std::size_t kLoaderHeaderSize = LengthOf(kLoaderHeaderFields);
+static_assert(kLoaderHeaderSize == 8 && LastOffset(kLoaderHeaderFields) == 6 && kLoaderMagic.size() == 4);
+
+constexpr std::size_t kLoaderCheckSize = sizeof(std::uint32_t);
+constexpr std::size_t kLoaderFieldSize = sizeof(std::uint32_t); ///< the number that each payload begins with
+constexpr std::size_t kLongestLoaderMessage = 65535;            ///< what a record of an image holds
 constexpr std::size_t kLongestFirmwareVersion = 64;
 
 // What it answers. Every answer has two bytes.
@@ -63,13 +75,20 @@ inline std::uint32_t U32At(std::string_view bytes, std::size_t at)
     return value;
 }
 
+/// The header of a message of at least kLoaderHeaderSize bytes.
+inline LoaderHeader ReadLoaderHeader(std::string_view message)
+{
+    return Unpacked<LoaderHeader>(message.data(), message.size(), kLoaderHeaderFields);
+}
+
 /// A whole message; `rest` must leave it within kLongestLoaderMessage.
 inline std::string MakeLoaderMessage(LoaderMessage kind, std::uint32_t number, std::string_view rest = {})
 {
-    std::string message(kLoaderMagic);
-    message.push_back(static_cast<char>(kind));
-    message.push_back('\0');
-    AppendU16(message, static_cast<std::uint16_t>(kLoaderFieldSize + rest.size()));
+    LoaderHeader header;
+    header.kind = kind;
+    header.length = static_cast<std::uint16_t>(kLoaderFieldSize + rest.size());
+    const std::vector<std::uint8_t> bytes = Packed(header, kLoaderHeaderFields);
+    std::string message(bytes.begin(), bytes.end());
     AppendU32(message, number);
     message += rest;
     AppendU32(message, Crc32(message));

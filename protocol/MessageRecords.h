@@ -5,6 +5,8 @@
 // these images; alignment counts from the payload's first byte, so inside the record the doubles are
 // unaligned and must be copied out before they are read.
 
+#include "protocol/Constellations.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -31,10 +33,11 @@ enum MessageType : std::uint32_t {
     MsgTypeFtmCn0 = 110,
 };
 
-constexpr std::size_t kMessageHeaderSize = 4;
+constexpr std::size_t kMessageHeaderSize = sizeof(MessageType);
+static_assert(kMessageHeaderSize == 4);
 
-/// Constellations of the GSV and GSA blocks, in block order.
-enum MessageBlock { BlockGps, BlockBds, BlockGal, BlockGlo, BlockQzs, kMessageBlocks };
+/// The GSV and GSA messages have a block for each constellation of kBlockOrder.
+constexpr std::size_t kMessageBlocks = kBlockOrder.size();
 
 // Coordinates keep the sentence's form ddmm.mmmm and dddmm.mmmm, times hhmmss.sss, dates ddmmyy.
 
@@ -51,7 +54,7 @@ struct MsgGga {
     double altitude; ///< metres
     char altitudeUnits;
 };
-static_assert(sizeof(MsgGga) == 64 && offsetof(MsgGga, utcTime) == 8 && offsetof(MsgGga, hdop) == 44);
+static_assert(sizeof(MsgGga) == 64 && offsetof(MsgGga, hdop) == 44 && offsetof(MsgGga, altitudeUnits) == 56);
 
 struct MsgRmc {
     std::uint8_t valid;
@@ -109,6 +112,7 @@ struct GsvRow {
     std::uint16_t cn0;
     std::uint16_t freq; ///< NMEA signal id
 };
+static_assert(sizeof(GsvRow) == 10 && offsetof(GsvRow, freq) == 8);
 
 struct GsvBlock {
     std::uint16_t gsvNum;        ///< sentences in the group
@@ -116,13 +120,13 @@ struct GsvBlock {
     std::uint16_t satellitesNum; ///< rows that count
     GsvRow row[kGsvRows];
 };
-static_assert(sizeof(GsvBlock) == 366);
+static_assert(sizeof(GsvBlock) == 366 && offsetof(GsvBlock, row) == 6);
 
 struct MsgGsv {
     std::uint16_t reserved;
     GsvBlock block[kMessageBlocks];
 };
-static_assert(sizeof(MsgGsv) == 1832);
+static_assert(sizeof(MsgGsv) == 1832 && offsetof(MsgGsv, block) == 2);
 
 constexpr std::size_t kGsaPrns = 12;
 
@@ -136,13 +140,13 @@ struct GsaBlock {
     float hdop;
     float vdop;
 };
-static_assert(sizeof(GsaBlock) == 28);
+static_assert(sizeof(GsaBlock) == 28 && offsetof(GsaBlock, prn) == 4 && offsetof(GsaBlock, vdop) == 24);
 
 struct MsgGsa {
     std::uint32_t reserved;
     GsaBlock block[kMessageBlocks];
 };
-static_assert(sizeof(MsgGsa) == 144);
+static_assert(sizeof(MsgGsa) == 144 && offsetof(MsgGsa, block) == 4);
 
 /// The chip's navigation solution.
 struct MsgLoc {
@@ -161,7 +165,7 @@ struct MsgLoc {
     float posAcc;   ///< metres
     float speedAcc; ///< m/s
 };
-static_assert(sizeof(MsgLoc) == 88 && offsetof(MsgLoc, altitude) == 72);
+static_assert(sizeof(MsgLoc) == 88 && offsetof(MsgLoc, altitude) == 72 && offsetof(MsgLoc, speedAcc) == 84);
 
 constexpr std::size_t kMeasEntries = 50;
 
@@ -185,7 +189,7 @@ struct MsgMeas {
     std::uint8_t reserved[16];
     MeasEntry entry[kMeasEntries];
 };
-static_assert(sizeof(MsgMeas) == 4416);
+static_assert(sizeof(MsgMeas) == 4416 && offsetof(MsgMeas, entry) == 16);
 
 struct MsgPdrComm {
     double deltaTime; ///< seconds
@@ -199,7 +203,7 @@ struct MsgPdrComm {
     float hdop;
     float ems;
 };
-static_assert(offsetof(MsgPdrComm, inuseNum) == 12 && offsetof(MsgPdrComm, qop) == 16);
+static_assert(sizeof(MsgPdrComm) == 32 && offsetof(MsgPdrComm, inuseNum) == 12 && offsetof(MsgPdrComm, ems) == 24);
 
 struct PdrMeasEntry {
     std::uint8_t svid;
@@ -208,13 +212,13 @@ struct PdrMeasEntry {
     std::uint8_t shape;
     float psrNs;
 };
-static_assert(sizeof(PdrMeasEntry) == 8);
+static_assert(sizeof(PdrMeasEntry) == 8 && offsetof(PdrMeasEntry, psrNs) == 4);
 
 struct MsgPdrMeas {
     std::uint32_t reserved;
     PdrMeasEntry entry[kMeasEntries];
 };
-static_assert(sizeof(MsgPdrMeas) == 404);
+static_assert(sizeof(MsgPdrMeas) == 404 && offsetof(MsgPdrMeas, entry) == 4);
 
 struct MsgPdrLs {
     double latitude;
@@ -230,7 +234,8 @@ struct MsgPdrLs {
     std::uint8_t isLsFix;
     std::uint8_t isRaimSucc;
 };
-static_assert(offsetof(MsgPdrLs, inuseNum) == 56 && offsetof(MsgPdrLs, isRaimSucc) == 59);
+static_assert(sizeof(MsgPdrLs) == 64 && offsetof(MsgPdrLs, inuseNum) == 56 &&
+              offsetof(MsgPdrLs, isRaimSucc) == 59);
 
 struct MsgPpsSts {
     std::uint8_t isEnabled;
@@ -250,10 +255,12 @@ struct MsgFtmCn0 {
     std::int32_t freqBias;
     std::int32_t freqDrift;
 };
-static_assert(sizeof(MsgFtmCn0) == 16);
+static_assert(sizeof(MsgFtmCn0) == 16 && offsetof(MsgFtmCn0, freqDrift) == 12);
+static_assert(sizeof(MsgPpsSts) == 1 && sizeof(MsgFixMode) == 4 && sizeof(MsgNmeaMode) == 4 &&
+              sizeof(MsgTsensor) == 2);
 
-/// Payload bytes that hold every field of a message (tail padding may be absent); 0 for a type that carries
-/// no payload here. One table for the codec, the receiver and the view.
+/// Payload bytes up to the end of the last field of a message (tail padding may be absent). One table for the
+/// codec, the receiver and the view.
 struct MessageLayout {
     std::uint32_t msgType;
     const char* name;
@@ -262,18 +269,18 @@ struct MessageLayout {
 };
 
 constexpr MessageLayout kMessageLayouts[] = {
-    {MsgTypeGga, "GGA", 57, sizeof(MsgGga)},
-    {MsgTypeRmc, "RMC", 70, sizeof(MsgRmc)},
+    {MsgTypeGga, "GGA", offsetof(MsgGga, altitudeUnits) + sizeof(MsgGga::altitudeUnits), sizeof(MsgGga)},
+    {MsgTypeRmc, "RMC", offsetof(MsgRmc, mode) + sizeof(MsgRmc::mode), sizeof(MsgRmc)},
     {MsgTypeGsv, "GSV", sizeof(MsgGsv), sizeof(MsgGsv)},
     {MsgTypeGsa, "GSA", sizeof(MsgGsa), sizeof(MsgGsa)},
-    {MsgTypeGll, "GLL", 49, sizeof(MsgGll)},
-    {MsgTypeVtg, "VTG", 21, sizeof(MsgVtg)},
-    {MsgTypeZda, "ZDA", 22, sizeof(MsgZda)},
+    {MsgTypeGll, "GLL", offsetof(MsgGll, status) + sizeof(MsgGll::status), sizeof(MsgGll)},
+    {MsgTypeVtg, "VTG", offsetof(MsgVtg, mode) + sizeof(MsgVtg::mode), sizeof(MsgVtg)},
+    {MsgTypeZda, "ZDA", offsetof(MsgZda, minBias) + sizeof(MsgZda::minBias), sizeof(MsgZda)},
     {MsgTypeLoc, "Loc", sizeof(MsgLoc), sizeof(MsgLoc)},
     {MsgTypeMeas, "Meas", sizeof(MsgMeas), sizeof(MsgMeas)},
-    {MsgTypePdrComm, "PdrComm", 28, sizeof(MsgPdrComm)},
+    {MsgTypePdrComm, "PdrComm", offsetof(MsgPdrComm, ems) + sizeof(MsgPdrComm::ems), sizeof(MsgPdrComm)},
     {MsgTypePdrMeas, "PdrMeas", sizeof(MsgPdrMeas), sizeof(MsgPdrMeas)},
-    {MsgTypePdrLs, "PdrLs", 60, sizeof(MsgPdrLs)},
+    {MsgTypePdrLs, "PdrLs", offsetof(MsgPdrLs, isRaimSucc) + sizeof(MsgPdrLs::isRaimSucc), sizeof(MsgPdrLs)},
     {MsgTypePpsSts, "PpsSts", sizeof(MsgPpsSts), sizeof(MsgPpsSts)},
     {MsgTypeFixMode, "FixMode", sizeof(MsgFixMode), sizeof(MsgFixMode)},
     {MsgTypeNmeaMode, "NmeaMode", sizeof(MsgNmeaMode), sizeof(MsgNmeaMode)},

@@ -6,6 +6,9 @@
 // Eight-bit numbers are std::uint8_t, letters are char: the views print the first as numbers and the second
 // as letters.
 
+#include "protocol/Constellations.h"
+#include "protocol/FieldList.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -26,9 +29,6 @@ enum FixMode : std::uint8_t {
     FixSimulated = 8,
 };
 
-/// Letters that name a constellation in satellite records, in the order of the shared list.
-constexpr char kConstellationLetters[] = {'G', 'S', 'R', 'E', 'J', 'C', 'I'};
-
 // --- callback 0 -------------------------------------------------------------------------------------------
 
 constexpr std::size_t kNmeaSlots = 32;
@@ -43,14 +43,16 @@ static_assert(sizeof(NmeaText) == 4097 && offsetof(NmeaText, count) == 4096);
 
 // --- callback 3 -------------------------------------------------------------------------------------------
 
+enum PackageDirection : std::uint8_t { PackageReceived = 0, PackageSent = 1 };
+
 /// One frame that crossed the link.
 struct PackageRecord {
     std::uint8_t type;      ///< frame class
-    std::uint8_t direction; ///< 0 receive, otherwise send
+    std::uint8_t direction; ///< PackageReceived, otherwise sent
     std::uint16_t subType;  ///< command or report id
     std::uint16_t length;   ///< payload length in bytes
 };
-static_assert(sizeof(PackageRecord) == 6 && offsetof(PackageRecord, subType) == 2);
+static_assert(sizeof(PackageRecord) == 6 && offsetof(PackageRecord, length) == 4);
 
 // --- callback 100: one u8 count, then the entries from byte 1 on, unaligned ---------------------------------
 
@@ -69,7 +71,7 @@ template <std::size_t Capacity> struct Cn0RecordOf {
 };
 using Cn0Record = Cn0RecordOf<255>; ///< the largest; a record on the boundary ends with its last entry
 #pragma pack(pop)
-static_assert(sizeof(Cn0Entry) == 8 && offsetof(Cn0Record, entry) == 1);
+static_assert(sizeof(Cn0Entry) == 8 && offsetof(Cn0Entry, carrierFreq) == 4 && offsetof(Cn0Record, entry) == 1);
 
 // --- callback 101 -----------------------------------------------------------------------------------------
 
@@ -79,8 +81,9 @@ struct PositionRecord {
     double altitude;  ///< metres; no view reads it
     std::uint8_t fixMode;
 };
-constexpr std::size_t kPositionRecordMinSize = 25; ///< it may come without its tail padding
-static_assert(offsetof(PositionRecord, fixMode) == 24);
+static_assert(sizeof(PositionRecord) == 32 && offsetof(PositionRecord, fixMode) == 24);
+/// It may come without its tail padding.
+constexpr std::size_t kPositionRecordMinSize = offsetof(PositionRecord, fixMode) + sizeof(PositionRecord::fixMode);
 
 // --- callback 102: u8 count, one unread byte, then the entries ---------------------------------------------
 
@@ -100,7 +103,7 @@ template <std::size_t Capacity> struct SatPosRecordOf {
     SatPosEntry entry[Capacity];
 };
 using SatPosRecord = SatPosRecordOf<255>;
-static_assert(sizeof(SatPosEntry) == 8 && offsetof(SatPosRecord, entry) == 2);
+static_assert(sizeof(SatPosEntry) == 8 && offsetof(SatPosEntry, cn0) == 7 && offsetof(SatPosRecord, entry) == 2);
 
 // --- callback 103 -----------------------------------------------------------------------------------------
 
@@ -108,8 +111,9 @@ struct CompassRecord {
     float heading; ///< degrees clockwise from north
     std::uint8_t fixMode;
 };
-constexpr std::size_t kCompassRecordMinSize = 5; ///< it may come without its tail padding
-static_assert(offsetof(CompassRecord, fixMode) == 4);
+static_assert(sizeof(CompassRecord) == 8 && offsetof(CompassRecord, fixMode) == 4);
+/// It may come without its tail padding.
+constexpr std::size_t kCompassRecordMinSize = offsetof(CompassRecord, fixMode) + sizeof(CompassRecord::fixMode);
 
 // --- callbacks 200 and 600 --------------------------------------------------------------------------------
 
@@ -132,7 +136,8 @@ struct FixRecord {
     float hdop;
     float vdop;
 };
-static_assert(sizeof(FixRecord) == 80 && offsetof(FixRecord, second) == 48 && offsetof(FixRecord, speed) == 60);
+static_assert(sizeof(FixRecord) == 80 && offsetof(FixRecord, second) == 48 && offsetof(FixRecord, speed) == 60 &&
+              offsetof(FixRecord, vdop) == 76);
 
 struct KpiFixRecord {
     double longitude;
@@ -148,7 +153,8 @@ struct KpiFixRecord {
     float speed;   ///< m/s
     float heading; ///< degrees
 };
-static_assert(sizeof(KpiFixRecord) == 64 && offsetof(KpiFixRecord, speed) == 56);
+static_assert(sizeof(KpiFixRecord) == 64 && offsetof(KpiFixRecord, speed) == 56 &&
+              offsetof(KpiFixRecord, heading) == 60);
 
 // --- callback 601: u8 count, then the entries from byte 1 on ------------------------------------------------
 
@@ -164,15 +170,19 @@ template <std::size_t Capacity> struct KpiCn0RecordOf {
     KpiCn0Entry entry[Capacity];
 };
 using KpiCn0Record = KpiCn0RecordOf<255>;
-static_assert(sizeof(KpiCn0Entry) == 4 && offsetof(KpiCn0Record, entry) == 1);
+static_assert(sizeof(KpiCn0Entry) == 4 && offsetof(KpiCn0Entry, cn0) == 3 && offsetof(KpiCn0Record, entry) == 1);
 
 // --- callback 400 -----------------------------------------------------------------------------------------
 
 struct CbRecvAckType {
     std::uint16_t commandId;
-    std::uint16_t status; ///< 0 accepted, 1 length, 2 parameter, 3 command refused
+    std::uint16_t status; ///< an AckStatus
 };
-static_assert(sizeof(CbRecvAckType) == 4);
+static_assert(sizeof(CbRecvAckType) == 4 && offsetof(CbRecvAckType, status) == 2);
+
+/// The payload of RptAck.
+constexpr auto kAckFields = Fields(&CbRecvAckType::commandId, &CbRecvAckType::status);
+static_assert(LengthOf(kAckFields) == 4 && LastOffset(kAckFields) == 2);
 
 } // namespace protocol
 

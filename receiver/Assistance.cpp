@@ -13,15 +13,11 @@ constexpr Millis kUsableTimeError = 3600000;
 // What a satellite's predicted place may err, in metres, before it leads the search astray.
 constexpr double kUsableOrbitError = 5000.0;
 
-static_assert(kSystems == protocol::kAssistSystems);
-static_assert(static_cast<int>(System::Glonass) == static_cast<int>(protocol::AssistSystem::Glonass));
-
 std::size_t IndexOf(protocol::AssistSystem system, std::uint8_t number)
 {
     const std::vector<Orbit>& orbits = AllOrbits();
     std::size_t i = 0;
-    while (i < orbits.size() &&
-           (orbits[i].system != static_cast<System>(system) || NumberInSystem(orbits[i]) != number)) {
+    while (i < orbits.size() && (orbits[i].system != system || NumberInSystem(orbits[i]) != number)) {
         ++i;
     }
     return i;
@@ -128,8 +124,7 @@ void TakeAssistance(const protocol::AssistForm& form, const std::uint8_t* payloa
         protocol::ReadAssistIntegrity(body, integrity);
         for (std::size_t i = 0; i < AllOrbits().size(); ++i) {
             const Orbit& orbit = AllOrbits()[i];
-            if (orbit.system == static_cast<System>(header.system) &&
-                (integrity.unusable >> (NumberInSystem(orbit) - 1) & 1u) != 0) {
+            if (orbit.system == header.system && (integrity.unusable >> (NumberInSystem(orbit) - 1) & 1u) != 0) {
                 memory.ephemerisUntil[i] = 0;
             }
         }

@@ -5,7 +5,6 @@
 #include "receiver/Utc.h"
 
 #include <cmath>
-#include <cstring>
 
 namespace receiver {
 
@@ -33,63 +32,62 @@ bool UpToTwo(Bytes p, std::size_t)
     return p[0] <= 2;
 }
 
-bool LowPower(Bytes p, std::size_t)
+bool LowPower(Bytes p, std::size_t n)
 {
-    return (p[0] == 0 && p[1] == 0) || (p[0] == kLowPowerOn[0] && p[1] == kLowPowerOn[1]);
+    const auto setting = protocol::Unpacked<protocol::LowPowerSetting>(p, n, protocol::kLowPowerFields);
+    return setting.power == protocol::LowPower::Off || setting.power == protocol::LowPower::On;
 }
 
-bool Pps(Bytes p, std::size_t)
+bool Pps(Bytes p, std::size_t n)
 {
-    return p[0] <= 1;
+    return protocol::Unpacked<protocol::PpsSetting>(p, n, protocol::kPpsFields).on <= 1;
 }
 
-// An item of its own: tag, length and one byte, for the start with or without the memory.
-bool StartItem(Bytes p, std::size_t)
+bool StartItem(Bytes p, std::size_t n)
 {
-    return protocol::ReadU16(p) == 1 && protocol::ReadU16(p + 2) == 1 && p[4] <= 1;
+    const auto item = protocol::Unpacked<protocol::StartItem>(p, n, protocol::kStartItemFields);
+    const protocol::StartItem right;
+    return item.tag == right.tag && item.length == right.length && item.cold <= 1;
 }
 
-bool NmeaMaskItem(Bytes p, std::size_t)
+bool NmeaMaskItem(Bytes p, std::size_t n)
 {
-    return protocol::ReadU16(p) == 3 && protocol::ReadU16(p + 2) == 2;
+    const auto item = protocol::Unpacked<protocol::NmeaMaskItem>(p, n, protocol::kNmeaMaskFields);
+    const protocol::NmeaMaskItem right;
+    return item.tag == right.tag && item.length == right.length;
 }
 
 // One byte only asks for a sign of life.
 bool NmeaSetting(Bytes p, std::size_t n)
 {
-    return n == 1 || Flags(p, n);
+    return n == protocol::kOneByte || Flags(p, n);
 }
 
-bool GpsTime(Bytes p, std::size_t)
+bool GpsTime(Bytes p, std::size_t n)
 {
-    std::uint32_t timeOfWeek = 0;
-    std::memcpy(&timeOfWeek, p + 2, sizeof timeOfWeek);
-    return protocol::ReadU16(p) < 1024 && timeOfWeek < 604800;
+    const auto time = protocol::Unpacked<protocol::ReferenceTimeRecord>(p, n, protocol::kReferenceTimeFields);
+    return time.week < protocol::kWeeksPerTurn && time.timeOfWeek < protocol::kSecondsPerWeek;
 }
 
-bool UtcTime(Bytes p, std::size_t)
+bool UtcTime(Bytes p, std::size_t n)
 {
-    return FieldsValid({protocol::ReadU16(p), p[2], p[3], p[4], p[5], p[6], protocol::ReadU16(p + 8)});
+    return FieldsValid(FieldsOf(protocol::Unpacked<protocol::UtcTimeRecord>(p, n, protocol::kUtcTimeFields)));
 }
 
-bool AgnssPosition(Bytes p, std::size_t)
+bool AgnssPosition(Bytes p, std::size_t n)
 {
-    std::uint32_t latitude = 0;
-    std::int32_t longitude = 0;
-    std::memcpy(&latitude, p, sizeof latitude);
-    std::memcpy(&longitude, p + 4, sizeof longitude);
+    const auto place =
+        protocol::Unpacked<protocol::ReferencePositionRecord>(p, n, protocol::kReferencePositionFields);
     // A right angle is 2^23 units of latitude, half a turn 2^23 units of longitude.
-    return latitude <= (1u << 23) && longitude <= (1 << 23) && longitude >= -(1 << 23) && p[14] <= 1 && p[15] <= 1;
+    return place.latitude <= (1u << 23) && place.longitude <= (1 << 23) && place.longitude >= -(1 << 23) &&
+           place.southern <= 1 && place.belowSeaLevel <= 1;
 }
 
-bool PgnssPosition(Bytes p, std::size_t)
+bool PgnssPosition(Bytes p, std::size_t n)
 {
-    double longitude = 0.0;
-    double latitude = 0.0;
-    std::memcpy(&longitude, p, sizeof longitude);
-    std::memcpy(&latitude, p + 8, sizeof latitude);
+    const auto place = protocol::Unpacked<protocol::ScenePositionRecord>(p, n, protocol::kScenePositionFields);
     // Written so that not-a-number fails too.
-    return std::abs(longitude) <= 180.0 && std::abs(latitude) <= 90.0;
+    return std::abs(place.longitude) <= 180.0 && std::abs(place.latitude) <= 90.0;
 }
 
 struct Rule {
@@ -121,6 +119,11 @@ constexpr Rule kRules[] = {
 };
 
 } // namespace
+
+UtcFields FieldsOf(const protocol::UtcTimeRecord& record)
+{
+    return {record.year, record.month, record.day, record.hour, record.minute, record.second, record.millisecond};
+}
 
 protocol::AckStatus JudgeCommand(const protocol::FrameView& frame)
 {

@@ -84,8 +84,7 @@ bool Loader::TakeOne(Millis now)
     if (bytes.size() < protocol::kLoaderHeaderSize) {
         return false;
     }
-    const std::size_t payload = static_cast<std::size_t>(static_cast<std::uint8_t>(bytes[6])) |
-                                static_cast<std::size_t>(static_cast<std::uint8_t>(bytes[7])) << 8;
+    const std::size_t payload = protocol::ReadLoaderHeader(bytes).length;
     const std::size_t length = protocol::kLoaderHeaderSize + payload + protocol::kLoaderCheckSize;
     if (bytes.size() < length) {
         return false;
@@ -107,7 +106,7 @@ std::string_view Loader::Judge(std::string_view message)
     const std::string_view rest =
         message.substr(protocol::kLoaderHeaderSize + protocol::kLoaderFieldSize,
                        covered - protocol::kLoaderHeaderSize - protocol::kLoaderFieldSize);
-    switch (static_cast<protocol::LoaderMessage>(message[protocol::kLoaderMagic.size()])) {
+    switch (protocol::ReadLoaderHeader(message).kind) {
     case protocol::LoaderMessage::Begin:
         m_begun = IsVersion(rest);
         m_complete = false;

@@ -2,38 +2,54 @@
 #include "receiver/Memory.h"
 
 #include "protocol/Crc32.h"
+#include "protocol/FieldList.h"
 #include "protocol/LinkFrame.h"
 
+#include <array>
 #include <cmath>
-#include <cstring>
 
 namespace receiver {
 
 namespace {
 
-constexpr char kMagic[8] = {'V', 'R', 'X', 'H', 'I', 'S', '0', '1'};
-constexpr std::size_t kHeaderSize = 48;
-constexpr std::size_t kEntrySize = 48;
-constexpr std::size_t kCheckSize = 4;
+constexpr std::array<char, 8> kMagic = {{'V', 'R', 'X', 'H', 'I', 'S', '0', '1'}};
+constexpr std::size_t kCheckSize = sizeof(std::uint32_t);
+
+struct Header {
+    std::array<char, 8> magic = kMagic;
+    std::uint16_t length = 0;
+    std::uint16_t count = 0;
+    std::uint8_t flags = 0;
+    std::int64_t written = 0; ///< milliseconds, UTC
+    double latitude = 0.0;
+    double longitude = 0.0;
+    double altitude = 0.0;
+};
+constexpr auto kHeaderFields =
+    protocol::Fields(&Header::magic, &Header::length, &Header::count, &Header::flags, protocol::Zeros<3>(),
+                     &Header::written, &Header::latitude, &Header::longitude, &Header::altitude);
+constexpr std::size_t kHeaderSize = protocol::LengthOf(kHeaderFields);
+static_assert(kHeaderSize == 48 && protocol::LastOffset(kHeaderFields) == 40);
+
+struct Entry {
+    System system{};
+    std::uint8_t svid = 0;
+    std::int64_t until = 0; ///< milliseconds, UTC
+    double radius = 0.0;
+    double inclination = 0.0;
+    double node = 0.0;
+    double argument = 0.0;
+};
+constexpr auto kEntryFields =
+    protocol::Fields(&Entry::system, &Entry::svid, protocol::Zeros<6>(), &Entry::until, &Entry::radius,
+                     &Entry::inclination, &Entry::node, &Entry::argument);
+constexpr std::size_t kEntrySize = protocol::LengthOf(kEntryFields);
+static_assert(kEntrySize == 48 && protocol::LastOffset(kEntryFields) == 40);
 
 constexpr std::uint8_t kFlagPosition = 1;
 constexpr std::uint8_t kFlagAlmanac = 2;
 
 static_assert(kHeaderSize + 130 * kEntrySize + kCheckSize <= protocol::kMaxHistoryBlock);
-
-template <typename Value> void Put(std::string& block, Value value)
-{
-    char bytes[sizeof value];
-    std::memcpy(bytes, &value, sizeof value);
-    block.append(bytes, sizeof value);
-}
-
-template <typename Value> Value Get(std::string_view block, std::size_t at)
-{
-    Value value;
-    std::memcpy(&value, block.data() + at, sizeof value);
-    return value;
-}
 
 } // namespace
 
@@ -44,7 +60,7 @@ Millis EphemerisLife(System system)
 
 std::string PackHistory(const Memory& memory, Millis utc)
 {
-    std::string entries;
+    protocol::ImageWriter entries;
     std::uint16_t count = 0;
     const std::vector<Orbit>& orbits = AllOrbits();
     for (std::size_t i = 0; i < orbits.size(); ++i) {
@@ -52,44 +68,44 @@ std::string PackHistory(const Memory& memory, Millis utc)
             continue;
         }
         const Orbit& orbit = orbits[i];
-        Put(entries, static_cast<std::uint8_t>(orbit.system));
-        Put(entries, orbit.svid);
-        Put(entries, std::uint16_t{0});
-        Put(entries, std::uint32_t{0});
-        Put(entries, static_cast<std::int64_t>(memory.ephemerisUntil[i]));
-        Put(entries, orbit.radius);
-        Put(entries, orbit.inclination);
-        Put(entries, orbit.node);
-        Put(entries, orbit.argument);
+        protocol::WriteFields(entries,
+                              Entry{orbit.system, orbit.svid, memory.ephemerisUntil[i], orbit.radius,
+                                    orbit.inclination, orbit.node, orbit.argument},
+                              kEntryFields);
         ++count;
     }
-    std::string block(kMagic, sizeof kMagic);
-    const std::size_t total = kHeaderSize + entries.size() + kCheckSize;
-    Put(block, static_cast<std::uint16_t>(total));
-    Put(block, count);
-    Put(block, static_cast<std::uint8_t>((memory.positionKnown ? kFlagPosition : 0) |
-                                         (memory.almanacKnown ? kFlagAlmanac : 0)));
-    block.append(3, '\0');
-    Put(block, static_cast<std::int64_t>(utc));
-    Put(block, memory.position.latitude);
-    Put(block, memory.position.longitude);
-    Put(block, memory.position.altitude);
-    block += entries;
-    Put(block, protocol::Crc32(block));
-    return block;
+    Header header;
+    header.length = static_cast<std::uint16_t>(kHeaderSize + entries.Size() + kCheckSize);
+    header.count = count;
+    header.flags = static_cast<std::uint8_t>((memory.positionKnown ? kFlagPosition : 0) |
+                                             (memory.almanacKnown ? kFlagAlmanac : 0));
+    header.written = utc;
+    header.latitude = memory.position.latitude;
+    header.longitude = memory.position.longitude;
+    header.altitude = memory.position.altitude;
+    protocol::ImageWriter block;
+    protocol::WriteFields(block, header, kHeaderFields);
+    block.Raw(entries.Bytes().data(), entries.Size());
+    block.Check();
+    return std::string(block.Bytes().begin(), block.Bytes().end());
 }
 
 bool UnpackHistory(std::string_view block, Memory& memory)
 {
-    if (block.size() < kHeaderSize + kCheckSize || std::memcmp(block.data(), kMagic, sizeof kMagic) != 0 ||
-        Get<std::uint16_t>(block, 8) != block.size() ||
-        Get<std::uint32_t>(block, block.size() - kCheckSize) !=
-            protocol::Crc32(block.substr(0, block.size() - kCheckSize))) {
+    if (block.size() < kHeaderSize + kCheckSize) {
         return false;
     }
-    const std::size_t count = Get<std::uint16_t>(block, 10);
-    const auto flags = Get<std::uint8_t>(block, 12);
-    Geodetic position{Get<double>(block, 24), Get<double>(block, 32), Get<double>(block, 40)};
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(block.data());
+    protocol::ImageReader image(bytes, block.size());
+    Header header;
+    protocol::ReadFields(image, header, kHeaderFields);
+    protocol::ImageReader check(bytes + block.size() - kCheckSize, kCheckSize);
+    if (header.magic != kMagic || header.length != block.size() ||
+        check.U32() != protocol::Crc32(block.substr(0, block.size() - kCheckSize))) {
+        return false;
+    }
+    const std::size_t count = header.count;
+    const Geodetic position{header.latitude, header.longitude, header.altitude};
     if (block.size() != kHeaderSize + count * kEntrySize + kCheckSize || !(std::abs(position.latitude) <= 90.0) ||
         !(std::abs(position.longitude) <= 180.0) || !(std::abs(position.altitude) < 1e6)) {
         return false;
@@ -97,13 +113,12 @@ bool UnpackHistory(std::string_view block, Memory& memory)
     Memory restored = memory;
     const std::vector<Orbit>& orbits = AllOrbits();
     for (std::size_t entry = 0; entry < count; ++entry) {
-        const std::size_t at = kHeaderSize + entry * kEntrySize;
-        const auto system = static_cast<System>(Get<std::uint8_t>(block, at));
-        const auto svid = Get<std::uint8_t>(block, at + 1);
+        Entry read;
+        protocol::ReadFields(image, read, kEntryFields);
         bool known = false;
         for (std::size_t i = 0; i < orbits.size(); ++i) {
-            if (orbits[i].system == system && orbits[i].svid == svid) {
-                restored.ephemerisUntil[i] = Get<std::int64_t>(block, at + 8);
+            if (orbits[i].system == read.system && orbits[i].svid == read.svid) {
+                restored.ephemerisUntil[i] = read.until;
                 known = true;
             }
         }
@@ -111,9 +126,9 @@ bool UnpackHistory(std::string_view block, Memory& memory)
             return false;
         }
     }
-    restored.positionKnown = restored.positionKnown || (flags & kFlagPosition) != 0;
-    restored.almanacKnown = restored.almanacKnown || (flags & kFlagAlmanac) != 0;
-    if ((flags & kFlagPosition) != 0) {
+    restored.positionKnown = restored.positionKnown || (header.flags & kFlagPosition) != 0;
+    restored.almanacKnown = restored.almanacKnown || (header.flags & kFlagAlmanac) != 0;
+    if ((header.flags & kFlagPosition) != 0) {
         restored.position = position;
     }
     memory = restored;

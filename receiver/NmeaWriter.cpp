@@ -171,11 +171,15 @@ bool HasSystem(const Epoch& epoch, System system)
 }
 
 // The order in which the systems follow each other in GSA and GSV.
-constexpr System kSentenceOrder[] = {System::Gps, System::Glonass, System::Galileo, System::Beidou, System::Qzss};
+constexpr std::array kSentenceOrder = {protocol::Constellation::Gps, protocol::Constellation::Glonass,
+                                       protocol::Constellation::Galileo, protocol::Constellation::Beidou,
+                                       protocol::Constellation::Qzss};
+static_assert(protocol::EachOnce(kSentenceOrder));
 
 void WriteGsa(const Epoch& epoch, std::vector<std::string>& out)
 {
-    for (const System system : kSentenceOrder) {
+    for (const protocol::Constellation constellation : kSentenceOrder) {
+        const System system = protocol::AssistSystemOf(constellation);
         if (!HasSystem(epoch, system)) {
             continue;
         }
@@ -219,7 +223,7 @@ void WriteGsvGroup(const Epoch& epoch, System system, std::size_t signal, std::v
     const std::size_t sentences = (listed.size() + kSatellitesPerGsv - 1) / kSatellitesPerGsv;
     for (std::size_t n = 0; n < sentences; ++n) {
         std::string s = "$";
-        s += NamesOf(system).gsvTalker;
+        s += NamesOf(system).talker;
         s += "GSV,";
         AppendInteger(s, static_cast<std::int64_t>(sentences));
         s.push_back(',');
@@ -255,7 +259,8 @@ void WriteGsvGroup(const Epoch& epoch, System system, std::size_t signal, std::v
 
 void WriteGsv(const Epoch& epoch, std::vector<std::string>& out)
 {
-    for (const System system : kSentenceOrder) {
+    for (const protocol::Constellation constellation : kSentenceOrder) {
+        const System system = protocol::AssistSystemOf(constellation);
         for (std::size_t signal = 0; signal < 2; ++signal) {
             WriteGsvGroup(epoch, system, signal, out);
         }

@@ -9,10 +9,7 @@ namespace receiver {
 
 namespace {
 
-constexpr SystemNames kNames[kSystems] = {
-    {"GP", 1, 'G', 0}, {"GB", 4, 'C', 5}, {"GL", 2, 'R', 2}, {"GA", 3, 'E', 3}, {"GQ", 5, 'J', 4},
-};
-
+// By system.
 constexpr SignalPlan kSignals[kSystems][2] = {
     {{1, 1575.42, 0.0, 0.0}, {8, 1176.45, 0.0, 0.5}},       {{1, 1561.098, 0.0, -0.5}, {5, 1176.45, 0.0, 0.5}},
     {{1, 1602.0, 0.5625, -1.5}, {3, 1246.0, 0.4375, -2.5}}, {{7, 1575.42, 0.0, -0.5}, {1, 1176.45, 0.0, 1.0}},
@@ -129,11 +126,6 @@ std::vector<Orbit> BuildOrbits()
 }
 
 } // namespace
-
-const SystemNames& NamesOf(System system)
-{
-    return kNames[static_cast<std::size_t>(system)];
-}
 
 const SignalPlan& SignalOf(System system, std::size_t index)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/AssistPayloads.h"
 #include "receiver/Geodesy.h"
 #include "receiver/Utc.h"
 
@@ -10,18 +11,15 @@
 
 namespace receiver {
 
-/// The systems in the order of the constellation setting's payload.
-enum class System : std::uint8_t { Gps, Beidou, Glonass, Galileo, Qzss };
-constexpr std::size_t kSystems = 5;
+/// The systems by their numbers in the constellation setting.
+using System = protocol::AssistSystem;
+constexpr std::size_t kSystems = protocol::kAssistSystems;
 
 /// What the outside calls a system.
-struct SystemNames {
-    const char* gsvTalker;
-    int nmeaSystemId;       ///< NMEA 4.11
-    char letter;            ///< of the satellite records
-    std::uint8_t listIndex; ///< place in the shared list of constellation letters
-};
-const SystemNames& NamesOf(System system);
+constexpr const protocol::ConstellationRow& NamesOf(System system)
+{
+    return protocol::RowOf(protocol::ConstellationOf(system));
+}
 
 enum class OrbitKind : std::uint8_t { Medium, Inclined, Geostationary };
 

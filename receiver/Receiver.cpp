@@ -92,8 +92,7 @@ void Receiver::Advance(Millis now)
             }
         }
         if (m_now >= SleepAt()) {
-            const std::uint8_t aboutToSleep = 0;
-            SendFrame(MakeFrame(protocol::RptSleep, 0, 0, &aboutToSleep, 1), m_now);
+            SendFrame(MakeSleepNotice(protocol::SleepComing), m_now);
             m_hasSlept = true;
             m_asleep = true;
             if (m_options.faults.wakeRequestAfter > 0.0) {
@@ -101,8 +100,7 @@ void Receiver::Advance(Millis now)
             }
         }
         if (m_now >= m_wakeRequestAt) {
-            const std::uint8_t wakeMe = 1;
-            SendFrame(MakeFrame(protocol::RptSleep, 0, 0, &wakeMe, 1), m_now);
+            SendFrame(MakeSleepNotice(protocol::SleepWakeMe), m_now);
             m_wakeRequestAt = kNever;
         }
         RunLoader(m_now);

@@ -3,7 +3,7 @@
 
 #include "receiver/Receiver.h"
 
-#include "protocol/CommandTable.h"
+#include "protocol/CommandFrames.h"
 #include "receiver/Assistance.h"
 #include "receiver/CommandRules.h"
 #include "receiver/ReportWriter.h"
@@ -21,7 +21,26 @@ constexpr std::size_t kHistoryPart = 1024;
 // What is injected helps only when it is about right.
 constexpr double kUsablePositionError = 300000.0;
 
-constexpr int kRates[] = {1, 5, 10};
+constexpr int kRates[] = {1, 5, 10}; // by UpdateRate
+static_assert(kRates[protocol::Rate10Hz] == 10);
+
+/// The mask of a setting: its flags from bit 0 on.
+std::uint8_t MaskOf(const protocol::NmeaSetting& setting)
+{
+    unsigned mask = 0;
+    unsigned bit = 0;
+    for (const std::uint8_t flag : protocol::Packed(setting, protocol::kNmeaSettingFields)) {
+        mask |= static_cast<unsigned>(flag) << bit++;
+    }
+    return static_cast<std::uint8_t>(mask);
+}
+
+bool LowPowerOn(const protocol::FrameView& frame)
+{
+    return protocol::Unpacked<protocol::LowPowerSetting>(frame.payload, frame.payloadLength,
+                                                         protocol::kLowPowerFields)
+               .power != protocol::LowPower::Off;
+}
 
 } // namespace
 
@@ -74,7 +93,7 @@ void Receiver::HandleAtLine(const std::string& line, Millis now)
 {
     const std::string_view text(line);
     const std::string_view hexPrefix(protocol::kAtHexCommand);
-    const std::string_view start("AT+GNSSSTART=");
+    const std::string start = std::string(protocol::kAtStartPrefix) + '=';
     if (text.substr(0, hexPrefix.size()) == hexPrefix) {
         const std::string_view digits = text.substr(hexPrefix.size());
         std::vector<std::uint8_t> bytes;
@@ -103,7 +122,7 @@ void Receiver::HandleAtLine(const std::string& line, Millis now)
         return;
     }
     protocol::FrameView frame;
-    std::uint8_t payload[12] = {};
+    std::uint8_t payload[protocol::LengthOf(protocol::kStartFields)] = {};
     if (text == protocol::kAtStop) {
         frame.id = protocol::CmdStop;
     } else if (text.substr(0, start.size()) == start) {
@@ -148,7 +167,8 @@ void Receiver::HandleFrame(const protocol::FrameView& frame, Millis now)
         SendHistory(now);
     } else if (m_options.reports != ReportPolicy::None) {
         const bool mask = frame.id == protocol::CmdConstellations && frame.word1 == protocol::kNmeaMaskWord;
-        const bool setting = frame.word1 == 0 && !(frame.id == protocol::CmdNmea && frame.payloadLength == 1);
+        const bool setting =
+            frame.word1 == 0 && !(frame.id == protocol::CmdNmea && frame.payloadLength == protocol::kOneByte);
         if (mask || setting) {
             ReportChange(mask ? static_cast<std::uint16_t>(protocol::CmdNmea) : frame.id, now);
         }
@@ -193,56 +213,64 @@ protocol::AckStatus Receiver::CarryOut(const protocol::FrameView& frame, Millis 
 void Receiver::Configure(const protocol::FrameView& frame, Millis now)
 {
     const std::uint8_t* p = frame.payload;
+    const std::size_t n = frame.payloadLength;
     switch (frame.id) {
     case protocol::CmdConstellations:
         if (frame.word1 == protocol::kNmeaMaskWord) {
-            m_settings.sentences = p[4];
+            m_settings.sentences =
+                protocol::Unpacked<protocol::NmeaMaskItem>(p, n, protocol::kNmeaMaskFields).mask;
         } else if (frame.word1 == protocol::kHotStartWord || frame.word1 == protocol::kColdStartWord) {
             // The frame says how the next start begins; a receiver that runs starts over at once.
-            if (p[4] == 1) {
+            if (protocol::Unpacked<protocol::StartItem>(p, n, protocol::kStartItemFields).cold == 1) {
                 m_engine.Known().Forget();
             }
             if (m_running) {
                 Start(now);
             }
         } else {
+            const auto setting =
+                protocol::Unpacked<protocol::ConstellationSetting>(p, n, protocol::kConstellationSettingFields);
             for (std::size_t i = 0; i < kSystems; ++i) {
-                m_settings.systems[i] = p[i] != 0;
+                m_settings.systems[i] = setting.on[i] != 0;
             }
         }
         break;
     case protocol::CmdStartMode:
-        m_settings.coldAtEveryStart = p[0] == 1;
+        m_settings.coldAtEveryStart = p[0] == protocol::StartCold;
         break;
     case protocol::CmdNmea:
-        if (frame.payloadLength == 8) {
-            m_settings.sentences = 0;
-            for (std::size_t i = 0; i < 8; ++i) {
-                m_settings.sentences = static_cast<std::uint8_t>(m_settings.sentences | (p[i] << i));
-            }
+        if (n != protocol::kOneByte) {
+            m_settings.sentences =
+                MaskOf(protocol::Unpacked<protocol::NmeaSetting>(p, n, protocol::kNmeaSettingFields));
         }
         break;
     case protocol::CmdAcqLowPower:
-        m_settings.acquisitionLowPower = p[0] != 0;
+        m_settings.acquisitionLowPower = LowPowerOn(frame);
         break;
     case protocol::CmdTrkLowPower:
-        m_settings.trackingLowPower = p[0] != 0;
+        m_settings.trackingLowPower = LowPowerOn(frame);
         break;
-    case protocol::CmdAntiJam:
-        m_settings.antiJam = {{p[0], p[1], p[2]}};
+    case protocol::CmdAntiJam: {
+        const auto setting = protocol::Unpacked<protocol::AntiJamSetting>(p, n, protocol::kAntiJamFields);
+        m_settings.antiJam = {{setting.on, setting.periodic, setting.fine}};
         break;
+    }
     case protocol::CmdUpdateRate:
         m_settings.rateHz = kRates[p[0]];
         ScheduleEpoch(now);
         break;
-    case protocol::CmdPps:
-        m_settings.pps = p[0] == 1;
-        m_settings.ppsWidth = p[1];
+    case protocol::CmdPps: {
+        const auto setting = protocol::Unpacked<protocol::PpsSetting>(p, n, protocol::kPpsFields);
+        m_settings.pps = setting.on == 1;
+        m_settings.ppsWidth = setting.width;
         break;
-    case protocol::CmdReports:
-        m_settings.measurements = p[0] == 1;
-        m_settings.solution = p[1] == 1;
+    }
+    case protocol::CmdReports: {
+        const auto setting = protocol::Unpacked<protocol::ReportSetting>(p, n, protocol::kReportFields);
+        m_settings.measurements = setting.measurements == 1;
+        m_settings.solution = setting.solution == 1;
         break;
+    }
     case protocol::CmdFixPriority:
         m_settings.priority = p[0];
         break;
@@ -254,6 +282,7 @@ void Receiver::Configure(const protocol::FrameView& frame, Millis now)
 void Receiver::Assist(const protocol::FrameView& frame, Millis now)
 {
     const std::uint8_t* p = frame.payload;
+    const std::size_t n = frame.payloadLength;
     const Millis utc = UtcAt(now);
     Memory& memory = m_engine.Known();
     const auto injectTime = [&](Millis injected) {
@@ -267,32 +296,31 @@ void Receiver::Assist(const protocol::FrameView& frame, Millis now)
     };
     switch (frame.id) {
     case protocol::CmdUtcTime:
-        injectTime(FromFields({protocol::ReadU16(p), p[2], p[3], p[4], p[5], p[6], protocol::ReadU16(p + 8)}));
+        injectTime(
+            FromFields(FieldsOf(protocol::Unpacked<protocol::UtcTimeRecord>(p, n, protocol::kUtcTimeFields))));
         break;
     case protocol::CmdPgnssTime: {
-        std::uint32_t timeOfWeek = 0;
-        std::memcpy(&timeOfWeek, p + 2, sizeof timeOfWeek);
-        constexpr Millis week = 604800000;
-        constexpr Millis rollover = 1024 * week;
-        const Millis inRollover = protocol::ReadU16(p) * week + timeOfWeek * Millis{1000};
+        const auto time = protocol::Unpacked<protocol::ReferenceTimeRecord>(p, n, protocol::kReferenceTimeFields);
+        constexpr Millis week = protocol::kSecondsPerWeek * Millis{1000};
+        constexpr Millis rollover = protocol::kWeeksPerTurn * week;
+        const Millis inRollover = time.week * week + time.timeOfWeek * Millis{1000};
         // The week number has ten bits: it is meant in the present turn of 1024 weeks.
         injectTime(kGpsEpoch + (utc - kGpsEpoch) / rollover * rollover + inRollover);
         break;
     }
     case protocol::CmdAgnssPosition: {
-        std::uint32_t latitude = 0;
-        std::int32_t longitude = 0;
-        std::memcpy(&latitude, p, sizeof latitude);
-        std::memcpy(&longitude, p + 4, sizeof longitude);
-        const double altitude = protocol::ReadU16(p + 12);
-        injectPosition({latitude * kLatitudeUnit / kDegree * (p[14] == 1 ? -1.0 : 1.0),
-                        longitude * kLongitudeUnit / kDegree, altitude * (p[15] == 1 ? -1.0 : 1.0)});
+        const auto place =
+            protocol::Unpacked<protocol::ReferencePositionRecord>(p, n, protocol::kReferencePositionFields);
+        injectPosition({place.latitude * protocol::kLatitudeUnit / kDegree * (place.southern == 1 ? -1.0 : 1.0),
+                        place.longitude * protocol::kLongitudeUnit / kDegree,
+                        place.altitude * (place.belowSeaLevel == 1 ? -1.0 : 1.0)});
         break;
     }
     case protocol::CmdPgnssPosition: {
+        const auto scene = protocol::Unpacked<protocol::ScenePositionRecord>(p, n, protocol::kScenePositionFields);
         Geodetic place;
-        std::memcpy(&place.longitude, p, sizeof place.longitude);
-        std::memcpy(&place.latitude, p + 8, sizeof place.latitude);
+        place.longitude = scene.longitude;
+        place.latitude = scene.latitude;
         injectPosition(place);
         break;
     }

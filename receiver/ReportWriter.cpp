@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "receiver/ReportWriter.h"
 
+#include "protocol/Records.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -19,6 +21,12 @@ double RangeTo(const Vector3& a, const Vector3& b)
 double MetresPerCycle(double megahertz)
 {
     return kLightSpeed / (megahertz * 1e6);
+}
+
+/// The number of a system in the shared list.
+std::uint8_t ListIndexOf(System system)
+{
+    return static_cast<std::uint8_t>(protocol::IndexOf(protocol::ConstellationOf(system)));
 }
 
 // Zeroed with its padding, so that the same epoch always gives the same bytes.
@@ -42,10 +50,14 @@ std::string MakeFrame(std::uint16_t id, std::uint16_t word1, std::uint16_t word2
 
 std::string MakeAck(std::uint16_t commandId, std::uint16_t status)
 {
-    std::uint8_t payload[4];
-    protocol::WriteU16(payload, commandId);
-    protocol::WriteU16(payload + 2, status);
-    return MakeFrame(protocol::RptAck, 0, 0, payload, sizeof payload);
+    const std::vector<std::uint8_t> payload =
+        protocol::Packed(protocol::CbRecvAckType{commandId, status}, protocol::kAckFields);
+    return MakeFrame(protocol::RptAck, 0, 0, payload.data(), payload.size());
+}
+
+std::string MakeSleepNotice(protocol::SleepNotice notice)
+{
+    return MakeFrame(protocol::RptSleep, 0, 0, &notice, sizeof notice);
 }
 
 protocol::MsgLoc MakeLoc(const Epoch& epoch)
@@ -88,7 +100,7 @@ protocol::MsgMeas MakeMeas(const Epoch& epoch)
             const double frequency = Sky::Frequency(*view.orbit, signal);
             protocol::MeasEntry& entry = meas.entry[row++];
             entry.svid = view.orbit->svid;
-            entry.constellation = NamesOf(view.orbit->system).listIndex;
+            entry.constellation = ListIndexOf(view.orbit->system);
             entry.cn0 = static_cast<std::uint8_t>(view.cn0[signal] + 0.5);
             entry.inuseFlag = satellite.used ? 1 : 0;
             entry.satFlag = satellite.located ? 1 : 0;
@@ -133,7 +145,7 @@ protocol::MsgPdrMeas MakePdrMeas(const Epoch& epoch)
         }
         protocol::PdrMeasEntry& entry = message.entry[row++];
         entry.svid = satellite.view.orbit->svid;
-        entry.gnssType = NamesOf(satellite.view.orbit->system).listIndex;
+        entry.gnssType = ListIndexOf(satellite.view.orbit->system);
         entry.inuseFlag = satellite.used ? 1 : 0;
         entry.psrNs = static_cast<float>(satellite.view.look.range / kLightSpeed * 1e9);
     }

@@ -14,6 +14,7 @@ std::string MakeFrame(std::uint16_t id, std::uint16_t word1, std::uint16_t word2
                       std::size_t length);
 
 std::string MakeAck(std::uint16_t commandId, std::uint16_t status);
+std::string MakeSleepNotice(protocol::SleepNotice notice);
 
 /// A frame with a message's payload image.
 template <typename Message> std::string MakeMessage(protocol::MessageType type, const Message& message)

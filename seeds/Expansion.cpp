@@ -13,9 +13,6 @@ constexpr double kTurn = 6.283185307179586;
 constexpr double kEarthRate = 7.2921151467e-5; ///< rad/s
 constexpr double kGravity = 3.986004418e14;    ///< m^3/s^2
 
-constexpr AssistSystem kSystems[] = {AssistSystem::Gps, AssistSystem::Glonass, AssistSystem::Beidou,
-                                     AssistSystem::Galileo, AssistSystem::Qzss};
-
 const SeedOrbitSet& SetAt(const Seed& seed, AssistSystem system, std::uint32_t time)
 {
     const std::vector<SeedOrbitSet>& sets = seed.systems[static_cast<std::size_t>(system)].sets;
@@ -42,8 +39,7 @@ std::uint16_t EphemerisFit(AssistSystem system)
 
 const char* FilePrefix(AssistSystem system)
 {
-    constexpr const char* names[protocol::kAssistSystems] = {"GPS", "BDS", "GLO", "GAL", "QZS"};
-    return names[static_cast<std::size_t>(system)];
+    return protocol::RowOf(protocol::ConstellationOf(system)).shortName;
 }
 
 std::vector<protocol::AssistOrbit> OrbitsAt(const Seed& seed, AssistSystem system, std::uint32_t toe)
@@ -82,7 +78,8 @@ SeedError ExpandSeed(const Seed& seed, std::uint32_t time, std::vector<OutputFil
         return SeedError::OutsideSpan;
     }
     files.clear();
-    for (const AssistSystem system : kSystems) {
+    for (const protocol::Constellation constellation : protocol::kEphemerisOrder) {
+        const AssistSystem system = protocol::AssistSystemOf(constellation);
         const std::uint32_t step = EphemerisFit(system);
         const std::uint32_t half = system == AssistSystem::Glonass ? step / 2 : 0;
         const std::uint32_t middle = (time + half) / step * step;

@@ -15,9 +15,6 @@ constexpr std::uint8_t kLeapSeconds = 18;
 constexpr std::size_t kGridSide = 7;
 constexpr double kGridStep = 2.5; ///< degrees
 
-static_assert(static_cast<int>(receiver::System::Beidou) == static_cast<int>(protocol::AssistSystem::Beidou));
-static_assert(static_cast<int>(receiver::System::Qzss) == static_cast<int>(protocol::AssistSystem::Qzss));
-
 SeedOrbitSet DaySet(receiver::System system, std::uint32_t from, std::uint32_t until)
 {
     SeedOrbitSet set;

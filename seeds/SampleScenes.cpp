@@ -26,19 +26,6 @@ constexpr Scene kScenes[] = {
     {"Sydney_Harbour", 151.2153, -33.8568, 5.0, {2026, 9, 21, 18, 30, 15, 0}},
 };
 
-struct SceneEphemeris {
-    protocol::AssistSystem system;
-    const char* file;
-};
-
-constexpr SceneEphemeris kEphemerides[] = {
-    {protocol::AssistSystem::Gps, "GPS_PGNSS_REPLAY_FILE"},
-    {protocol::AssistSystem::Glonass, "GLO_PGNSS_REPLAY_FILE"},
-    {protocol::AssistSystem::Beidou, "BDS_PGNSS_REPLAY_FILE"},
-    {protocol::AssistSystem::Galileo, "GAL_PGNSS_REPLAY_FILE"},
-    {protocol::AssistSystem::Qzss, "QZSS_PGNSS_REPLAY_FILE"},
-};
-
 std::string Decimal(double value, int decimals)
 {
     std::string text;
@@ -99,10 +86,10 @@ SeedError WriteSampleScenes(const std::string& directory)
         const auto start = static_cast<std::uint32_t>(receiver::FromFields(scene.start) / 1000);
         const Seed seed = MakeModelSeed(start, start, start + 86400);
         std::vector<OutputFile> files;
-        for (const SceneEphemeris& ephemeris : kEphemerides) {
-            files.push_back(
-                {ephemeris.file,
-                 protocol::MakeAssistEphemeris(ephemeris.system, start, OrbitsAt(seed, ephemeris.system, start))});
+        for (const protocol::Constellation constellation : protocol::kEphemerisOrder) {
+            const protocol::AssistSystem system = protocol::AssistSystemOf(constellation);
+            files.push_back({protocol::RowOf(constellation).sceneFile,
+                             protocol::MakeAssistEphemeris(system, start, OrbitsAt(seed, system, start))});
         }
         files.push_back({"ION_CUT.bin",
                          protocol::MakeAssistGrid(start, MakeModelGrid(scene.latitude, scene.longitude, start))});

@@ -9,17 +9,50 @@ namespace {
 
 enum SectionType : std::uint8_t { SectionOrbits = 1, SectionUtc = 2, SectionIonosphere = 3, SectionIntegrity = 4 };
 
-constexpr std::size_t kOrbitSetHeaderSize = 12;
-constexpr std::size_t kSeedOrbitSize = 40;
+/// What stands before the sections, its check left out.
+struct FileHeader {
+    std::array<std::uint8_t, 8> magic = kSeedMagic;
+    std::uint16_t version = kSeedVersion;
+    std::uint16_t sections = 0;
+    std::uint32_t length = 0; ///< of the file
+    std::uint32_t issued = 0;
+    std::uint32_t validStart = 0;
+    std::uint32_t validEnd = 0;
+};
+constexpr auto kFileHeaderFields =
+    protocol::Fields(&FileHeader::magic, &FileHeader::version, &FileHeader::sections, &FileHeader::length,
+                     &FileHeader::issued, &FileHeader::validStart, &FileHeader::validEnd);
+static_assert(protocol::LengthOf(kFileHeaderFields) == 28 && protocol::LastOffset(kFileHeaderFields) == 24 &&
+              protocol::LengthOf(kFileHeaderFields) + kSeedCheckSize == kSeedHeaderSize);
+
+struct SectionHeader {
+    std::uint8_t type = 0;
+    std::uint8_t system = 0; ///< an AssistSystem
+    std::uint16_t count = 0;
+    std::uint32_t length = 0; ///< of the content
+};
+constexpr auto kSectionHeaderFields =
+    protocol::Fields(&SectionHeader::type, &SectionHeader::system, &SectionHeader::count, &SectionHeader::length);
+static_assert(protocol::LengthOf(kSectionHeaderFields) == kSeedSectionHeaderSize &&
+              protocol::LastOffset(kSectionHeaderFields) == 4);
+
+constexpr auto kOrbitSetFields = protocol::Fields(&SeedOrbitSet::epoch, &SeedOrbitSet::from, &SeedOrbitSet::until);
+static_assert(protocol::LengthOf(kOrbitSetFields) == 12 && protocol::LastOffset(kOrbitSetFields) == 8);
+
+constexpr auto kSeedOrbitFields = protocol::Fields(
+    &SeedOrbit::number, &SeedOrbit::health, &SeedOrbit::channel, &SeedOrbit::carriers, protocol::Zeros<4>(),
+    &SeedOrbit::radius, &SeedOrbit::inclination, &SeedOrbit::node, &SeedOrbit::argument);
+static_assert(protocol::LengthOf(kSeedOrbitFields) == 40 && protocol::LastOffset(kSeedOrbitFields) == 32);
+
 constexpr double kPi = 3.14159265358979323846;
 
 void AppendSection(protocol::ImageWriter& image, SectionType type, std::size_t system, std::size_t count,
                    const protocol::ImageWriter& content)
 {
-    image.U8(type);
-    image.U8(static_cast<unsigned>(system));
-    image.U16(static_cast<unsigned>(count));
-    image.U32(static_cast<std::uint32_t>(content.Size()));
+    protocol::WriteFields(image,
+                          SectionHeader{type, static_cast<std::uint8_t>(system), static_cast<std::uint16_t>(count),
+                                        static_cast<std::uint32_t>(content.Size())},
+                          kSectionHeaderFields);
     image.Raw(content.Bytes().data(), content.Size());
 }
 
@@ -30,28 +63,18 @@ bool Within(double value, double lowest, double highest)
 
 SeedError ReadOrbits(protocol::ImageReader content, std::size_t system, std::size_t count, SeedOrbitSet& set)
 {
-    set.epoch = content.U32();
-    set.from = content.U32();
-    set.until = content.U32();
+    protocol::ReadFields(content, set, kOrbitSetFields);
     if (count < 1 || count > protocol::kMaxAssistSatellites || !content.Good() ||
-        content.Left() != count * kSeedOrbitSize) {
+        content.Left() != count * protocol::LengthOf(kSeedOrbitFields)) {
         return SeedError::Section;
     }
     const bool glonass = system == static_cast<std::size_t>(protocol::AssistSystem::Glonass);
     std::uint64_t seen = 0;
     set.orbits.assign(count, SeedOrbit());
     for (SeedOrbit& orbit : set.orbits) {
-        orbit.number = content.U8();
-        orbit.health = content.U8();
-        orbit.channel = content.I8();
-        orbit.carriers = content.U8();
-        const std::uint32_t reserved = content.U32();
-        orbit.radius = content.F64();
-        orbit.inclination = content.F64();
-        orbit.node = content.F64();
-        orbit.argument = content.F64();
+        const bool zero = protocol::ReadFields(content, orbit, kSeedOrbitFields);
         if (orbit.number < 1 || orbit.number > protocol::kMaxAssistSatellites || orbit.carriers < 1 ||
-            orbit.carriers > 3 || reserved != 0 || orbit.channel < (glonass ? -7 : 0) ||
+            orbit.carriers > 3 || !zero || orbit.channel < (glonass ? -7 : 0) ||
             orbit.channel > (glonass ? 6 : 0) || !Within(orbit.radius, 6.5e6, 1e8) ||
             !Within(orbit.inclination, 0.0, kPi) || !Within(orbit.node, -2.0 * kPi, 2.0 * kPi) ||
             !Within(orbit.argument, -2.0 * kPi, 2.0 * kPi)) {
@@ -68,7 +91,7 @@ SeedError ReadOrbits(protocol::ImageReader content, std::size_t system, std::siz
 
 SeedError ReadUtc(protocol::ImageReader content, std::optional<protocol::AssistUtc>& utc)
 {
-    if (utc || content.Left() != 24) {
+    if (utc || content.Left() != protocol::LengthOf(protocol::kAssistUtcFields)) {
         return SeedError::Section;
     }
     utc.emplace();
@@ -77,7 +100,7 @@ SeedError ReadUtc(protocol::ImageReader content, std::optional<protocol::AssistU
 
 SeedError ReadIonosphere(protocol::ImageReader content, std::optional<protocol::AssistIonosphere>& ionosphere)
 {
-    if (ionosphere || content.Left() != 32) {
+    if (ionosphere || content.Left() != protocol::LengthOf(protocol::kAssistIonosphereFields)) {
         return SeedError::Section;
     }
     ionosphere.emplace();
@@ -86,10 +109,9 @@ SeedError ReadIonosphere(protocol::ImageReader content, std::optional<protocol::
 
 SeedError ReadSection(protocol::ImageReader& image, Seed& seed)
 {
-    const std::uint8_t type = image.U8();
-    const std::uint8_t system = image.U8();
-    const std::uint16_t count = image.U16();
-    const std::uint32_t length = image.U32();
+    SectionHeader header;
+    protocol::ReadFields(image, header, kSectionHeaderFields);
+    const auto& [type, system, count, length] = header;
     const std::uint8_t* bytes = image.Raw(length);
     if (bytes == nullptr || system >= protocol::kAssistSystems) {
         return SeedError::Section;
@@ -111,7 +133,8 @@ SeedError ReadSection(protocol::ImageReader& image, Seed& seed)
     if (type == SectionIonosphere && gps) {
         return ReadIonosphere(content, seed.ionosphere);
     }
-    if (type == SectionIntegrity && !seed.systems[system].integrity && length == 8) {
+    if (type == SectionIntegrity && !seed.systems[system].integrity &&
+        length == protocol::LengthOf(protocol::kAssistIntegrityFields)) {
         seed.systems[system].integrity.emplace();
         protocol::ReadAssistIntegrity(content, *seed.systems[system].integrity);
         return SeedError::None;
@@ -147,60 +170,41 @@ std::vector<std::uint8_t> PackSeed(const Seed& seed)
     for (std::size_t system = 0; system < protocol::kAssistSystems; ++system) {
         for (const SeedOrbitSet& set : seed.systems[system].sets) {
             protocol::ImageWriter content;
-            content.U32(set.epoch);
-            content.U32(set.from);
-            content.U32(set.until);
+            protocol::WriteFields(content, set, kOrbitSetFields);
             for (const SeedOrbit& orbit : set.orbits) {
-                content.U8(orbit.number);
-                content.U8(orbit.health);
-                content.I8(orbit.channel);
-                content.U8(orbit.carriers);
-                content.U32(0);
-                content.F64(orbit.radius);
-                content.F64(orbit.inclination);
-                content.F64(orbit.node);
-                content.F64(orbit.argument);
+                protocol::WriteFields(content, orbit, kSeedOrbitFields);
             }
             AppendSection(sections, SectionOrbits, system, set.orbits.size(), content);
             ++count;
         }
         if (seed.systems[system].integrity) {
             protocol::ImageWriter content;
-            content.U64(seed.systems[system].integrity->unusable);
+            protocol::WriteFields(content, *seed.systems[system].integrity, protocol::kAssistIntegrityFields);
             AppendSection(sections, SectionIntegrity, system, 1, content);
             ++count;
         }
     }
     if (seed.utc) {
         protocol::ImageWriter content;
-        content.F64(seed.utc->a0);
-        content.F64(seed.utc->a1);
-        content.U32(seed.utc->reference);
-        content.U8(seed.utc->leapSeconds);
-        content.U8(seed.utc->nextLeapSeconds);
-        content.U16(0);
+        protocol::WriteFields(content, *seed.utc, protocol::kAssistUtcFields);
         AppendSection(sections, SectionUtc, 0, 1, content);
         ++count;
     }
     if (seed.ionosphere) {
         protocol::ImageWriter content;
-        for (const auto* values : {&seed.ionosphere->alpha, &seed.ionosphere->beta}) {
-            for (const float value : *values) {
-                content.F32(value);
-            }
-        }
+        protocol::WriteFields(content, *seed.ionosphere, protocol::kAssistIonosphereFields);
         AppendSection(sections, SectionIonosphere, 0, 1, content);
         ++count;
     }
 
+    FileHeader header;
+    header.sections = count;
+    header.length = static_cast<std::uint32_t>(kSeedHeaderSize + sections.Size() + kSeedCheckSize);
+    header.issued = seed.issued;
+    header.validStart = seed.validStart;
+    header.validEnd = seed.validEnd;
     protocol::ImageWriter image;
-    image.Raw(kSeedMagic, sizeof kSeedMagic);
-    image.U16(kSeedVersion);
-    image.U16(count);
-    image.U32(static_cast<std::uint32_t>(kSeedHeaderSize + sections.Size() + kSeedCheckSize));
-    image.U32(seed.issued);
-    image.U32(seed.validStart);
-    image.U32(seed.validEnd);
+    protocol::WriteFields(image, header, kFileHeaderFields);
     image.Check();
     image.Raw(sections.Bytes().data(), sections.Size());
     image.Check();
@@ -213,7 +217,7 @@ SeedError ParseSeed(const std::uint8_t* bytes, std::size_t length, Seed& seed)
         return SeedError::TooLong;
     }
     // What is too short for a magic but begins like one was cut; anything else is no seed.
-    for (std::size_t i = 0; i < sizeof kSeedMagic && i < length; ++i) {
+    for (std::size_t i = 0; i < kSeedMagic.size() && i < length; ++i) {
         if (bytes[i] != kSeedMagic[i]) {
             return SeedError::NoSeed;
         }
@@ -222,22 +226,20 @@ SeedError ParseSeed(const std::uint8_t* bytes, std::size_t length, Seed& seed)
         return SeedError::TooShort;
     }
     protocol::ImageReader image(bytes, length - kSeedCheckSize);
-    image.Raw(sizeof kSeedMagic);
-    const std::uint16_t version = image.U16();
-    const std::uint16_t count = image.U16();
-    const std::uint32_t total = image.U32();
+    FileHeader header;
+    protocol::ReadFields(image, header, kFileHeaderFields);
     seed = Seed();
-    seed.issued = image.U32();
-    seed.validStart = image.U32();
-    seed.validEnd = image.U32();
-    if (image.U32() != protocol::Crc32(bytes, kSeedHeaderSize - 4)) {
+    seed.issued = header.issued;
+    seed.validStart = header.validStart;
+    seed.validEnd = header.validEnd;
+    if (image.U32() != protocol::Crc32(bytes, kSeedHeaderSize - kSeedCheckSize)) {
         return SeedError::Header;
     }
-    if (version != kSeedVersion) {
+    if (header.version != kSeedVersion) {
         return SeedError::Version;
     }
-    if (length != total) {
-        return length < total ? SeedError::TooShort : SeedError::TooLong;
+    if (length != header.length) {
+        return length < header.length ? SeedError::TooShort : SeedError::TooLong;
     }
     protocol::ImageReader check(bytes + length - kSeedCheckSize, kSeedCheckSize);
     if (check.U32() != protocol::Crc32(bytes, length - kSeedCheckSize)) {
@@ -247,7 +249,7 @@ SeedError ParseSeed(const std::uint8_t* bytes, std::size_t length, Seed& seed)
         seed.validEnd <= seed.validStart || seed.validEnd - seed.validStart > kLongestSeedSpan) {
         return SeedError::Span;
     }
-    for (std::uint16_t i = 0; i < count; ++i) {
+    for (std::uint16_t i = 0; i < header.sections; ++i) {
         const SeedError error = ReadSection(image, seed);
         if (error != SeedError::None) {
             return error;

@@ -13,7 +13,7 @@
 
 namespace seeds {
 
-constexpr std::uint8_t kSeedMagic[8] = {0x89, 'G', 'W', 'S', 0x0D, 0x0A, 0x1A, 0x0A};
+constexpr std::array<std::uint8_t, 8> kSeedMagic = {{0x89, 'G', 'W', 'S', 0x0D, 0x0A, 0x1A, 0x0A}};
 constexpr std::uint16_t kSeedVersion = 1;
 constexpr std::size_t kSeedHeaderSize = 32;
 constexpr std::size_t kSeedSectionHeaderSize = 8;

@@ -17,30 +17,9 @@ constexpr std::uint32_t kHour = 3600;
 constexpr std::uint32_t kDay = 86400;
 constexpr std::uint16_t kTimeUncertainty = 500; ///< milliseconds, for the way to the receiver
 
-struct Constellation {
-    std::uint32_t bit;
-    std::uint16_t tagBase;
-    AssistSystem system;
-};
-
-// In the order of the mask's bits.
-constexpr Constellation kConstellations[] = {
-    {1, protocol::kTagGps, AssistSystem::Gps},
-    {2, protocol::kTagGlo, AssistSystem::Glonass},
-    {4, protocol::kTagBds, AssistSystem::Beidou},
-    {8, protocol::kTagGal, AssistSystem::Galileo},
-};
-
-struct DataType {
-    std::uint32_t bit; ///< 0: always sent
-    protocol::AgnssKind kind;
-};
-
 // In the order of the tags.
-constexpr DataType kDataTypes[] = {
-    {0, protocol::AgnssRtc}, {1, protocol::AgnssEph}, {2, protocol::AgnssUtc},
-    {4, protocol::AgnssIon}, {8, protocol::AgnssRti}, {16, protocol::AgnssAux},
-};
+constexpr protocol::AgnssKind kDataKinds[] = {protocol::AgnssRtc, protocol::AgnssEph, protocol::AgnssUtc,
+                                              protocol::AgnssIon, protocol::AgnssRti, protocol::AgnssAux};
 
 std::vector<std::uint8_t> MakePayload(protocol::AgnssKind kind, AssistSystem system, const seeds::Seed& sky,
                                       std::int64_t nowMillis)
@@ -124,14 +103,14 @@ std::vector<TaggedRecord> MakeRecords(std::uint32_t constellation, std::uint32_t
     const auto now = static_cast<std::uint32_t>(nowMillis / 1000);
     const seeds::Seed sky = seeds::MakeModelSeed(now, now - kDay / 2, now + kDay / 2);
     std::vector<TaggedRecord> records;
-    for (const Constellation& each : kConstellations) {
-        if ((constellation & each.bit) == 0) {
+    for (const protocol::Constellation each : protocol::kAgnssOrder) {
+        if ((constellation & protocol::AgnssBit(each)) == 0) {
             continue;
         }
-        for (const DataType& type : kDataTypes) {
-            if (type.bit == 0 || (dataType & type.bit) != 0) {
-                records.push_back({static_cast<std::uint16_t>(each.tagBase + type.kind),
-                                   MakePayload(type.kind, each.system, sky, nowMillis)});
+        const AssistSystem system = protocol::AssistSystemOf(each);
+        for (const protocol::AgnssKind kind : kDataKinds) {
+            if (kind == protocol::AgnssRtc || (dataType & protocol::DataTypeBit(kind)) != 0) {
+                records.push_back({protocol::TagOf(each, kind), MakePayload(kind, system, sky, nowMillis)});
             }
         }
     }

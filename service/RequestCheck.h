@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/AgnssTags.h"
 #include "service/Credentials.h"
 
 #include <cstdint>
@@ -13,8 +14,8 @@ namespace service {
 constexpr char kSeedPath[] = "/lumat/v1/xgnss/pgnss";
 constexpr char kRecordsPath[] = "/lumat/v1/xgnss/agnss";
 
-constexpr std::uint32_t kAllConstellations = 15;
-constexpr std::uint32_t kAllDataTypes = 31;
+constexpr std::uint32_t kAllConstellations = protocol::kAllAgnss;
+constexpr std::uint32_t kAllDataTypes = protocol::kAllAgnssData;
 constexpr std::uint32_t kUsualPeriod = 7; ///< days
 
 /// A request as it came: nothing is decoded in the path and the query.

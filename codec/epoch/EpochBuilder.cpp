@@ -286,12 +286,12 @@ void EpochBuilder::TakeGsa(const SentenceHead& head)
     }
     // Without a system id a GN sentence belongs to the constellation of its satellites.
     System system = System::Gps;
-    if (sentence.system != TalkerSystem::Mixed) {
-        system = static_cast<System>(sentence.system);
+    if (sentence.system) {
+        system = *sentence.system;
     } else if (sentence.count > 0) {
         system = sentence.used[0].id.system;
     }
-    const int number = kMessageBlockOf[static_cast<int>(system)];
+    const int number = MessageBlockOf(system);
     for (int i = 0; i < sentence.count; ++i) {
         m_used.Add(sentence.used[i].id);
     }
@@ -329,12 +329,12 @@ void EpochBuilder::TakeGsv(const SentenceHead& head, const GsvSentence& gsv)
     SatelliteList& list = m_lists[m_current];
     list.Add(gsv);
     const TalkerSystem talker = SystemOfTalker(head.talker[0], head.talker[1]);
-    int number = protocol::BlockGps;
-    if (talker != TalkerSystem::Mixed) {
-        list.MarkSystem(static_cast<System>(talker));
-        number = kMessageBlockOf[static_cast<int>(talker)];
+    int number = MessageBlockOf(System::Gps);
+    if (talker) {
+        list.MarkSystem(*talker);
+        number = MessageBlockOf(*talker);
     } else if (gsv.count > 0) {
-        number = kMessageBlockOf[static_cast<int>(gsv.entry[0].id.system)];
+        number = MessageBlockOf(gsv.entry[0].id.system);
     }
     if (number >= 0) {
         protocol::GsvBlock& block = m_gsv.block[number];
@@ -429,16 +429,14 @@ void EpochBuilder::EmitSatellites(RecordSink& sink)
     const SatelliteList* list = &m_lists[m_current];
     const SatelliteList& before = m_lists[1 - m_current];
     bool incomplete = false;
-    for (int s = 0; s < kSystems; ++s) {
-        const System system = static_cast<System>(s);
+    for (const System system : kListOrder) {
         incomplete = incomplete || (before.HasSystem(system) && !list->HasSystem(system));
     }
     if (incomplete) {
         // A receiver may list its constellations in turns, or its cycle may have been taken to end too early:
         // a constellation stays for one list more.
         m_joined = *list;
-        for (int s = 0; s < kSystems; ++s) {
-            const System system = static_cast<System>(s);
+        for (const System system : kListOrder) {
             if (before.HasSystem(system) && !list->HasSystem(system)) {
                 m_joined.AddSystem(before, system);
             }

@@ -114,10 +114,10 @@ void ReportEpochs::Take(RecordSink& sink, const protocol::MsgMeas& meas, bool to
     satPos.reserved = 0;
     kpi.count = 0;
     for (const protocol::MeasEntry& entry : meas.entry) {
-        if (entry.svid == 0 || entry.constellation >= sizeof protocol::kConstellationLetters) {
+        if (entry.svid == 0 || entry.constellation >= protocol::kConstellationCount) {
             continue;
         }
-        const char letter = protocol::kConstellationLetters[entry.constellation];
+        const char letter = protocol::kConstellationTable[entry.constellation].letter;
         const std::uint8_t inUse = entry.inuseFlag != 0 ? 1 : 0;
         cn0.entry[cn0.count++] = {letter, entry.svid, entry.cn0, inUse,
                                   static_cast<float>(Finite(entry.carrierFreq))};

@@ -91,7 +91,7 @@ void SatelliteList::Fill(protocol::Cn0Record& record, const UsedSatellites& used
     for (std::size_t i = 0; i < m_satelliteCount && count < kMaxSignals; ++i) {
         const Satellite& satellite = m_satellites[i];
         const std::uint8_t inUse = used.Has(satellite.id) ? 1 : 0;
-        const char letter = kSystemLetters[static_cast<int>(satellite.id.system)];
+        const char letter = protocol::RowOf(satellite.id.system).letter;
         const std::size_t before = count;
         for (std::uint8_t s = satellite.firstSignal; s != kNone && count < kMaxSignals; s = m_signals[s].next) {
             const Signal& signal = m_signals[s];
@@ -137,7 +137,7 @@ void SatelliteList::Fill(protocol::SatPosRecord& record, const UsedSatellites& u
         for (std::uint8_t s = satellite.firstSignal; s != kNone; s = m_signals[s].next) {
             cn0 = std::max(cn0, m_signals[s].cn0);
         }
-        record.entry[count++] = {kSystemLetters[static_cast<int>(satellite.id.system)],
+        record.entry[count++] = {protocol::RowOf(satellite.id.system).letter,
                                  satellite.id.svid,
                                  satellite.elevation,
                                  0,
@@ -173,7 +173,7 @@ void SatelliteList::Fill(protocol::KpiCn0Record& record, const UsedSatellites& u
         if (cn0 == 0) {
             continue;
         }
-        const char letter = kSystemLetters[static_cast<int>(satellite.id.system)];
+        const char letter = protocol::RowOf(satellite.id.system).letter;
         record.entry[count++] = {letter, 0, static_cast<std::uint8_t>(used.Has(satellite.id) ? 1 : 0), cn0};
     }
     record.count = static_cast<std::uint8_t>(count);

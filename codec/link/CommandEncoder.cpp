@@ -2,6 +2,7 @@
 #include "codec/link/CommandEncoder.h"
 
 #include "codec/link/Hex.h"
+#include "protocol/CommandFrames.h"
 
 #include <climits>
 #include <cstring>
@@ -21,7 +22,7 @@ SentCommand Describe(std::uint16_t id, std::uint16_t word1, std::size_t payloadL
     SentCommand command;
     command.found = true;
     command.package.type = protocol::kFrameClass;
-    command.package.direction = 1;
+    command.package.direction = protocol::PackageSent;
     command.package.subType = id;
     command.package.length = static_cast<std::uint16_t>(payloadLength);
     command.start =
@@ -43,7 +44,9 @@ SentCommand DescribeHex(const std::uint8_t* digits, std::size_t count)
     if (protocol::ClaimedFrameLength(header, sizeof header) != count / 2) {
         return {};
     }
-    return Describe(protocol::ReadU16(header + 4), protocol::ReadU16(header + 6), protocol::ReadU16(header + 10));
+    return Describe(protocol::ReadU16(header + protocol::kFrameIdAt),
+                    protocol::ReadU16(header + protocol::kFrameWord1At),
+                    protocol::ReadU16(header + protocol::kFrameLengthAt));
 }
 
 } // namespace
@@ -90,7 +93,7 @@ SentCommand ReadSentCommand(const std::uint8_t*& data, std::size_t& length)
                 ++digits;
             }
             command = DescribeHex(data + prefix, digits);
-        } else if (BeginsWith(data, used, "AT+GNSSSTART")) {
+        } else if (BeginsWith(data, used, protocol::kAtStartPrefix)) {
             command = Describe(protocol::CmdStart, protocol::kStartWord, 0);
         } else if (BeginsWith(data, used, protocol::kAtStop)) {
             command = Describe(protocol::CmdStop, 0, 0);

@@ -21,18 +21,39 @@ constexpr float kS = 2492.028F;
 
 constexpr int kSignalIds = 16;
 
-// Rows in the order of System, columns by signal id.
-constexpr float kFrequencies[kSystems][kSignalIds] = {
-    {0, kL1, kL1, kL1, kL2, kL2, kL2, kL5, kL5},
-    {0, kG1, kG1, kG2, kG2},
-    {0, kL5, kE5b, kE5, kE6, kE6, kL1, kL1},
-    {0, kB1I, kB1I, kL1, kL1, kL5, kE5b, kE5, kB3, kB3, kB3, kE5b, kE5b},
-    {0, kL1, kL1, kL1, kL1, kL2, kL2, kL5, kL5, kE6, kE6},
-    {0, kL5, kS, kL5, kS, kL1},
-    {0, kL1, kL1, kL1, 0, 0, 0, kL5, kL5},
+/// What a constellation sends.
+struct SignalRow {
+    System system;
+    std::uint8_t defaultSignal;
+    float frequency[kSignalIds]; ///< MHz by signal id; 0 for unknown ones
 };
 
-constexpr std::uint8_t kDefaultSignals[kSystems] = {1, 1, 7, 1, 1, 1, 1};
+// In the order of the constellations.
+constexpr SignalRow kSignals[kSystems] = {
+    {System::Gps, 1, {0, kL1, kL1, kL1, kL2, kL2, kL2, kL5, kL5}},
+    {System::Sbas, 1, {0, kL1, kL1, kL1, 0, 0, 0, kL5, kL5}},
+    {System::Glonass, 1, {0, kG1, kG1, kG2, kG2}},
+    {System::Galileo, 7, {0, kL5, kE5b, kE5, kE6, kE6, kL1, kL1}},
+    {System::Qzss, 1, {0, kL1, kL1, kL1, kL1, kL2, kL2, kL5, kL5, kE6, kE6}},
+    {System::Beidou, 1, {0, kB1I, kB1I, kL1, kL1, kL5, kE5b, kE5, kB3, kB3, kB3, kE5b, kE5b}},
+    {System::Navic, 1, {0, kL5, kS, kL5, kS, kL1}},
+};
+
+constexpr const SignalRow& SignalsOf(System system)
+{
+    return kSignals[protocol::IndexOf(system)];
+}
+
+constexpr bool SignalsAreInOrder()
+{
+    for (const protocol::ConstellationRow& row : protocol::kConstellationTable) {
+        if (SignalsOf(row.constellation).system != row.constellation) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(SignalsAreInOrder());
 
 constexpr int kSbasOffset = 87;
 
@@ -83,49 +104,37 @@ SatelliteId IdentifyShifted(int number)
 
 TalkerSystem SystemOfTalker(char first, char second)
 {
-    if (first == 'G') {
-        switch (second) {
-        case 'P':
-            return TalkerSystem::Gps;
-        case 'L':
-            return TalkerSystem::Glonass;
-        case 'A':
-            return TalkerSystem::Galileo;
-        case 'B':
-            return TalkerSystem::Beidou;
-        case 'Q':
-            return TalkerSystem::Qzss;
-        case 'I':
-            return TalkerSystem::Navic;
-        default:
-            return TalkerSystem::Mixed;
+    const auto matches = [&](const char* talker) {
+        return talker != nullptr && talker[0] == first && talker[1] == second;
+    };
+    for (const protocol::ConstellationRow& row : protocol::kConstellationTable) {
+        if (matches(row.talker) || matches(row.otherTalker)) {
+            return row.constellation;
         }
     }
-    if (first == 'B' && second == 'D') {
-        return TalkerSystem::Beidou;
-    }
-    if (first == 'Q' && second == 'Z') {
-        return TalkerSystem::Qzss;
-    }
-    return TalkerSystem::Mixed;
+    return std::nullopt;
 }
 
 TalkerSystem SystemOfId(int systemId)
 {
-    constexpr TalkerSystem systems[] = {TalkerSystem::Gps,    TalkerSystem::Glonass, TalkerSystem::Galileo,
-                                        TalkerSystem::Beidou, TalkerSystem::Qzss,    TalkerSystem::Navic};
-    return Within(systemId, 1, 6) ? systems[systemId - 1] : TalkerSystem::Mixed;
+    if (!Within(systemId, 1, static_cast<int>(protocol::kNmeaSystemOrder.size()))) {
+        return std::nullopt;
+    }
+    return protocol::kNmeaSystemOrder[static_cast<std::size_t>(systemId - 1)];
 }
 
 SatelliteId IdentifySatellite(TalkerSystem talker, int number)
 {
-    switch (talker) {
-    case TalkerSystem::Glonass:
+    if (!talker) {
+        return IdentifyShifted(number);
+    }
+    switch (*talker) {
+    case System::Glonass:
         if (Within(number, 1, 32)) {
             return Make(System::Glonass, number);
         }
         break;
-    case TalkerSystem::Galileo:
+    case System::Galileo:
         if (Within(number, 1, 99)) {
             return Make(System::Galileo, number);
         }
@@ -136,7 +145,7 @@ SatelliteId IdentifySatellite(TalkerSystem talker, int number)
             return Make(System::Galileo, number - 200);
         }
         break;
-    case TalkerSystem::Beidou:
+    case System::Beidou:
         if (Within(number, 1, 99)) {
             return Make(System::Beidou, number);
         }
@@ -147,7 +156,7 @@ SatelliteId IdentifySatellite(TalkerSystem talker, int number)
             return Make(System::Beidou, number - 200);
         }
         break;
-    case TalkerSystem::Qzss:
+    case System::Qzss:
         if (Within(number, 1, 32)) {
             return Make(System::Qzss, number);
         }
@@ -155,13 +164,13 @@ SatelliteId IdentifySatellite(TalkerSystem talker, int number)
             return Make(System::Qzss, number - 182);
         }
         break;
-    case TalkerSystem::Navic:
+    case System::Navic:
         if (Within(number, 1, 99)) {
             return Make(System::Navic, number);
         }
         break;
-    case TalkerSystem::Gps:
-    case TalkerSystem::Mixed:
+    case System::Gps:
+    case System::Sbas:
         break;
     }
     return IdentifyShifted(number);
@@ -169,12 +178,12 @@ SatelliteId IdentifySatellite(TalkerSystem talker, int number)
 
 std::uint8_t DefaultSignal(System system)
 {
-    return kDefaultSignals[static_cast<int>(system)];
+    return SignalsOf(system).defaultSignal;
 }
 
 float CarrierFrequency(System system, std::uint8_t signalId)
 {
-    const float* row = kFrequencies[static_cast<int>(system)];
+    const float* row = SignalsOf(system).frequency;
     const float frequency = signalId < kSignalIds ? row[signalId] : 0;
     return frequency > 0 ? frequency : row[DefaultSignal(system)];
 }

@@ -1,32 +1,44 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/Constellations.h"
+
+#include <array>
 #include <cstdint>
+#include <optional>
 
 namespace codec {
 
-/// Constellations in the order of the NMEA system ids 1 to 6, with SBAS behind.
-enum class System : std::uint8_t { Gps, Glonass, Galileo, Beidou, Qzss, Navic, Sbas };
-constexpr int kSystems = 7;
+using System = protocol::Constellation;
+constexpr int kSystems = static_cast<int>(protocol::kConstellationCount);
 
-constexpr char kSystemLetters[kSystems] = {'G', 'R', 'E', 'C', 'J', 'I', 'S'};
+/// In which the constellations of a list follow each other when it is made of two: that of the NMEA system ids,
+/// with SBAS behind.
+constexpr std::array kListOrder = {System::Gps,  System::Glonass, System::Galileo, System::Beidou,
+                                   System::Qzss, System::Navic,   System::Sbas};
+static_assert(protocol::EachOnce(kListOrder) && kListOrder.size() == protocol::kConstellationCount);
 
 /// Block of MsgGsv and MsgGsa, or -1 for a constellation that has none. Satellites of augmentation systems
 /// are listed with GPS, as their sentences do.
-constexpr int kMessageBlockOf[kSystems] = {0, 3, 2, 1, 4, -1, 0};
+constexpr int MessageBlockOf(System system)
+{
+    const std::size_t place =
+        protocol::PlaceIn(protocol::kBlockOrder, system == System::Sbas ? System::Gps : system);
+    return place < protocol::kBlockOrder.size() ? static_cast<int>(place) : -1;
+}
 
 struct SatelliteId {
     System system = System::Gps;
     std::uint8_t svid = 0; ///< number inside the constellation; for SBAS the PRN, 120 and up; 0 = none
 };
 
-/// Talkers as they matter to satellite numbers.
-enum class TalkerSystem : std::uint8_t { Gps, Glonass, Galileo, Beidou, Qzss, Navic, Mixed };
+/// The constellation that a talker speaks for, as it matters to satellite numbers; nothing for several.
+using TalkerSystem = std::optional<System>;
 
-/// The constellation that a two-letter talker speaks for; Mixed for GN and for every other talker.
+/// The constellation that a two-letter talker speaks for; nothing for GN and for every other talker.
 TalkerSystem SystemOfTalker(char first, char second);
 
-/// The constellation of an NMEA 4.10 system id (1 to 6); Mixed for others.
+/// The constellation of an NMEA 4.10 system id (1 to 6); nothing for others.
 TalkerSystem SystemOfId(int systemId);
 
 /// Takes apart a satellite number of a GSV or GSA sentence. Knows the numbers inside a constellation and the

@@ -247,8 +247,8 @@ PositionSentence ReadGga(FieldReader fields, protocol::MsgGga& record)
     result.hasHdop = ReadFloat(fields, result.hdop);
     const Decimal altitude = fields.Number();
     record.altitudeUnits = fields.Letter();
-    result.valid = hasQuality && quality > 0 && result.position.present;
-    if (hasQuality && quality > 0) {
+    result.valid = hasQuality && quality > protocol::FixInvalid && result.position.present;
+    if (hasQuality && quality > protocol::FixInvalid) {
         result.fixMode = quality <= protocol::FixSimulated ? ToByte(quality)
                                                            : static_cast<std::uint8_t>(protocol::FixAutonomous);
     }
@@ -404,7 +404,7 @@ GsaSentence ReadGsa(FieldReader fields, TalkerSystem talker)
     result.hasVdop = ReadFloat(fields, result.vdop);
     bool hasSystem = false;
     const int systemId = fields.Integer(hasSystem);
-    result.system = hasSystem && SystemOfId(systemId) != TalkerSystem::Mixed ? SystemOfId(systemId) : talker;
+    result.system = hasSystem && SystemOfId(systemId) ? SystemOfId(systemId) : talker;
     result.systemId = hasSystem ? systemId : 0;
     for (std::size_t i = 0; i < protocol::kGsaPrns; ++i) {
         bool present = false;

@@ -106,7 +106,7 @@ struct GsaSentence {
     } used[protocol::kGsaPrns];
     bool hasPdop = false, hasHdop = false, hasVdop = false;
     float pdop = 0, hdop = 0, vdop = 0;
-    TalkerSystem system = TalkerSystem::Mixed;
+    TalkerSystem system;
     int systemId = 0;
 };
 GsaSentence ReadGsa(FieldReader fields, TalkerSystem talker);

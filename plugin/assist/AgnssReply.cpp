@@ -15,6 +15,9 @@ class AgnssReply {
     Q_DECLARE_TR_FUNCTIONS(AgnssReply)
 };
 
+using protocol::Constellation;
+using protocol::TagOf;
+
 struct AgnssWords {
     quint16 tag;
     const char* name;
@@ -23,30 +26,39 @@ struct AgnssWords {
 
 // Some of the debug texts name another item; they are known by that name.
 constexpr AgnssWords agnssWords[] = {
-    {1, "GPS RTC", "agnss gps ref time retLen err: "},
-    {2, "GPS EPH", "agnss gps eph retLen err: "},
-    {3, "GPS UTC", "agnss gps UTC retLen err: "},
-    {4, "GPS ION", "agnss gps ion retLen err: "},
-    {5, "GPS RTI", "agnss gps rti retLen err: "},
-    {6, "GPS AUX", "ref time retLen err: "},
-    {33, QT_TRANSLATE_NOOP("AgnssReply", "GLO 预测时间"), "agnss ganss ref time retLen err: "},
-    {34, QT_TRANSLATE_NOOP("AgnssReply", "GLO 星历"), "agnss ganss eph retLen err: "},
-    {35, QT_TRANSLATE_NOOP("AgnssReply", "GLO UTC时间"), "ref time retLen err: "},
-    {36, "GLO ION", "agnss ganss ion retLen err: "},
-    {37, "GLO RTI", "agnss ganss rti retLen err: "},
-    {38, "GLO AUX", "agnss ganss auxi retLen err: "},
-    {65, QT_TRANSLATE_NOOP("AgnssReply", "BDS 预测时间"), "agnss ganss ref time retLen err: "},
-    {66, QT_TRANSLATE_NOOP("AgnssReply", "BDS 星历"), "agnss ganss eph retLen err: "},
-    {67, QT_TRANSLATE_NOOP("AgnssReply", "BDS UTC时间"), "ref time retLen err: "},
-    {68, "BDS ION", "agnss ganss ion retLen err: "},
-    {69, "BDS RTI", "agnss ganss rti retLen err: "},
-    {70, "BDS AUX", "agnss ganss auxi retLen err: "},
-    {97, QT_TRANSLATE_NOOP("AgnssReply", "GAL 预测时间"), "agnss ganss ref time retLen err: "},
-    {98, QT_TRANSLATE_NOOP("AgnssReply", "GAL 星历"), "agnss ganss eph retLen err: "},
-    {99, QT_TRANSLATE_NOOP("AgnssReply", "GAL UTC时间"), "ref time retLen err: "},
-    {100, "GAL ION", "agnss ganss ion retLen err: "},
-    {101, "GAL RTI", "agnss ganss rti retLen err: "},
-    {102, "GAL AUX", "agnss ganss auxi retLen err: "},
+    {TagOf(Constellation::Gps, protocol::AgnssRtc), "GPS RTC", "agnss gps ref time retLen err: "},
+    {TagOf(Constellation::Gps, protocol::AgnssEph), "GPS EPH", "agnss gps eph retLen err: "},
+    {TagOf(Constellation::Gps, protocol::AgnssUtc), "GPS UTC", "agnss gps UTC retLen err: "},
+    {TagOf(Constellation::Gps, protocol::AgnssIon), "GPS ION", "agnss gps ion retLen err: "},
+    {TagOf(Constellation::Gps, protocol::AgnssRti), "GPS RTI", "agnss gps rti retLen err: "},
+    {TagOf(Constellation::Gps, protocol::AgnssAux), "GPS AUX", "ref time retLen err: "},
+    {TagOf(Constellation::Glonass, protocol::AgnssRtc), QT_TRANSLATE_NOOP("AgnssReply", "GLO 预测时间"),
+     "agnss ganss ref time retLen err: "},
+    {TagOf(Constellation::Glonass, protocol::AgnssEph), QT_TRANSLATE_NOOP("AgnssReply", "GLO 星历"),
+     "agnss ganss eph retLen err: "},
+    {TagOf(Constellation::Glonass, protocol::AgnssUtc), QT_TRANSLATE_NOOP("AgnssReply", "GLO UTC时间"),
+     "ref time retLen err: "},
+    {TagOf(Constellation::Glonass, protocol::AgnssIon), "GLO ION", "agnss ganss ion retLen err: "},
+    {TagOf(Constellation::Glonass, protocol::AgnssRti), "GLO RTI", "agnss ganss rti retLen err: "},
+    {TagOf(Constellation::Glonass, protocol::AgnssAux), "GLO AUX", "agnss ganss auxi retLen err: "},
+    {TagOf(Constellation::Beidou, protocol::AgnssRtc), QT_TRANSLATE_NOOP("AgnssReply", "BDS 预测时间"),
+     "agnss ganss ref time retLen err: "},
+    {TagOf(Constellation::Beidou, protocol::AgnssEph), QT_TRANSLATE_NOOP("AgnssReply", "BDS 星历"),
+     "agnss ganss eph retLen err: "},
+    {TagOf(Constellation::Beidou, protocol::AgnssUtc), QT_TRANSLATE_NOOP("AgnssReply", "BDS UTC时间"),
+     "ref time retLen err: "},
+    {TagOf(Constellation::Beidou, protocol::AgnssIon), "BDS ION", "agnss ganss ion retLen err: "},
+    {TagOf(Constellation::Beidou, protocol::AgnssRti), "BDS RTI", "agnss ganss rti retLen err: "},
+    {TagOf(Constellation::Beidou, protocol::AgnssAux), "BDS AUX", "agnss ganss auxi retLen err: "},
+    {TagOf(Constellation::Galileo, protocol::AgnssRtc), QT_TRANSLATE_NOOP("AgnssReply", "GAL 预测时间"),
+     "agnss ganss ref time retLen err: "},
+    {TagOf(Constellation::Galileo, protocol::AgnssEph), QT_TRANSLATE_NOOP("AgnssReply", "GAL 星历"),
+     "agnss ganss eph retLen err: "},
+    {TagOf(Constellation::Galileo, protocol::AgnssUtc), QT_TRANSLATE_NOOP("AgnssReply", "GAL UTC时间"),
+     "ref time retLen err: "},
+    {TagOf(Constellation::Galileo, protocol::AgnssIon), "GAL ION", "agnss ganss ion retLen err: "},
+    {TagOf(Constellation::Galileo, protocol::AgnssRti), "GAL RTI", "agnss ganss rti retLen err: "},
+    {TagOf(Constellation::Galileo, protocol::AgnssAux), "GAL AUX", "agnss ganss auxi retLen err: "},
 };
 
 constexpr bool EachTagHasItsWords()
@@ -110,6 +122,6 @@ InjectOutcome InjectAgnssRecord(const Injector& injector, const AgnssRecord& rec
     item.encodeDebug = words.encodeDebug;
     item.timeoutStatus = TimeoutText(AgnssReply::tr(words.name));
     // Only the GPS items are counted by what the codec accepts; it is meant so.
-    item.countBeforeEncoding = tag->tag >= protocol::kTagGlo;
+    item.countBeforeEncoding = tag->tag >= TagOf(Constellation::Glonass, protocol::AgnssRtc);
     return injector.Run(item);
 }

@@ -10,6 +10,7 @@
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"
 #include "base/StatusLog.h"
+#include "protocol/AgnssTags.h"
 #include "protocol/LinkFrame.h"
 
 #include "host/support/ImageManager.h"
@@ -23,9 +24,9 @@ namespace {
 constexpr char requestPath[] = "/lumat/v1/xgnss/agnss";
 constexpr int pauseAfterRequestMs = 1500;
 
-quint32 Bit(const QAbstractButton* box, int bit)
+quint32 BitWhen(const QAbstractButton* box, quint32 bit)
 {
-    return box->isChecked() ? 1U << bit : 0U;
+    return box->isChecked() ? bit : 0U;
 }
 
 } // namespace
@@ -44,10 +45,18 @@ AssistOnline::~AssistOnline() = default;
 AgnssRequestPara AssistOnline::RequestPara() const
 {
     AgnssRequestPara para;
-    para.constellation =
-        Bit(ui->Agnss_Gps, 0) | Bit(ui->Agnss_Glo, 1) | Bit(ui->Agnss_Bds, 2) | Bit(ui->Agnss_Gal, 3);
-    para.datatype = Bit(ui->Agnss_Eph, 0) | Bit(ui->Agnss_Utc, 1) | Bit(ui->Agnss_Ion, 2) | Bit(ui->Agnss_Rti, 3) |
-                    Bit(ui->Agnss_Aux, 4);
+    using protocol::AgnssBit;
+    using protocol::Constellation;
+    using protocol::DataTypeBit;
+    para.constellation = BitWhen(ui->Agnss_Gps, AgnssBit(Constellation::Gps)) |
+                         BitWhen(ui->Agnss_Glo, AgnssBit(Constellation::Glonass)) |
+                         BitWhen(ui->Agnss_Bds, AgnssBit(Constellation::Beidou)) |
+                         BitWhen(ui->Agnss_Gal, AgnssBit(Constellation::Galileo));
+    para.datatype = BitWhen(ui->Agnss_Eph, DataTypeBit(protocol::AgnssEph)) |
+                    BitWhen(ui->Agnss_Utc, DataTypeBit(protocol::AgnssUtc)) |
+                    BitWhen(ui->Agnss_Ion, DataTypeBit(protocol::AgnssIon)) |
+                    BitWhen(ui->Agnss_Rti, DataTypeBit(protocol::AgnssRti)) |
+                    BitWhen(ui->Agnss_Aux, DataTypeBit(protocol::AgnssAux));
     return para;
 }
 

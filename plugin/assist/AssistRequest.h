@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/AgnssTags.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QString>
@@ -47,9 +49,9 @@ constexpr std::size_t kQuerySize = 64;
 constexpr std::size_t kAuthSize = 256;
 constexpr std::size_t kRequestSize = 1024;
 
-constexpr quint32 kDefaultPeriod = 7;      ///< days; left out of the query
-constexpr quint32 kAllConstellations = 15; ///< left out of the query
-constexpr quint32 kAllDataTypes = 31;      ///< left out of the query
+constexpr quint32 kDefaultPeriod = 7;                       ///< days; left out of the query
+constexpr quint32 kAllConstellations = protocol::kAllAgnss; ///< left out of the query
+constexpr quint32 kAllDataTypes = protocol::kAllAgnssData;  ///< left out of the query
 
 /// Whether the service knows seeds of so many days: 1, 3, 7, 14 or 28.
 bool IsValidPeriod(quint32 days);

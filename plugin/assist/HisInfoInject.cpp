@@ -6,6 +6,7 @@
 #include "base/CommandTexts.h"
 #include "base/FileDialogs.h"
 #include "base/MessageBoxes.h"
+#include "base/ReadyCommand.h"
 #include "base/StatusLog.h"
 #include "bridge/CommandFrame.h"
 #include "protocol/LinkFrame.h"
@@ -26,8 +27,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-const char readHistoryFrame[] = "7e 04 0d 00 02 01 00 00 01 00 00 00 7e";
 
 constexpr int reportTimeoutMs = 5000;
 constexpr int ackLimitMs = 1000;
@@ -122,7 +121,7 @@ void HisInfoInject::SlotSelectHisInfoFilePath()
 
 void HisInfoInject::SlotSendRptHisInfoCmd()
 {
-    const CommandFrame frame(ClassGnss::passThroughId, QByteArray::fromHex(readHistoryFrame));
+    const CommandFrame frame(ClassGnss::passThroughId, ReadyFrameBytes(protocol::ReadyFrame::ReadHistory));
     if (!frame.IsEncoded()) {
         return;
     }

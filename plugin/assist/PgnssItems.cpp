@@ -4,6 +4,7 @@
 #include "assist/AssistRecords.h"
 #include "base/StatusLog.h"
 #include "bridge/ClassGnss.h"
+#include "protocol/Constellations.h"
 #include "protocol/LinkFrame.h"
 
 #include <QCoreApplication>
@@ -17,38 +18,45 @@ class PgnssItems {
     Q_DECLARE_TR_FUNCTIONS(PgnssItems)
 };
 
+using protocol::Constellation;
+
 } // namespace
 
+// In the order of protocol::kEphemerisOrder.
 const PgnssEphemeris kEphemerides[kEphemerisCount] = {
-    {{"GPS", protocol::CmdPgnssGpsEphemeris, 0, "Inject gps eph fail! Fail to open file",
-      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS GPS EPH文件 打开失败！"),
+    {{protocol::RowOf(Constellation::Gps).shortName, protocol::CmdPgnssGpsEphemeris, 0,
+      "Inject gps eph fail! Fail to open file", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS GPS EPH文件 打开失败！"),
       "gps eph retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GPS星历 组包失败！"),
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GPS星历 ACK超时")},
-     "GPS_PGNSS_REPLAY_FILE",
+     protocol::RowOf(Constellation::Gps).sceneFile,
      false},
-    {{"GLO", protocol::CmdPgnssEphemeris, 0, "Inject glo eph fail! Fail to open file",
+    {{protocol::RowOf(Constellation::Glonass).shortName, protocol::CmdPgnssEphemeris,
+      protocol::ColumnOf(Constellation::Glonass), "Inject glo eph fail! Fail to open file",
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS GLO EPH文件 打开失败！"),
       "glo eph retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO星历 组包失败！"),
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO星历 ACK超时")},
-     "GLO_PGNSS_REPLAY_FILE",
+     protocol::RowOf(Constellation::Glonass).sceneFile,
      true},
-    {{"BDS", protocol::CmdPgnssEphemeris, 1, "Inject bds eph fail! Fail to open file",
+    {{protocol::RowOf(Constellation::Beidou).shortName, protocol::CmdPgnssEphemeris,
+      protocol::ColumnOf(Constellation::Beidou), "Inject bds eph fail! Fail to open file",
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS BDS EPH文件 打开失败！"),
       "bds eph retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入BDS星历 组包失败！"),
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入BDS星历 ACK超时")},
-     "BDS_PGNSS_REPLAY_FILE",
+     protocol::RowOf(Constellation::Beidou).sceneFile,
      false},
-    {{"GAL", protocol::CmdPgnssEphemeris, 2, "Inject gal eph fail! Fail to open file",
+    {{protocol::RowOf(Constellation::Galileo).shortName, protocol::CmdPgnssEphemeris,
+      protocol::ColumnOf(Constellation::Galileo), "Inject gal eph fail! Fail to open file",
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS GAL EPH文件 打开失败！"),
       "gal eph retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GAL星历 组包失败！"),
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GAL星历 ACK超时")},
-     "GAL_PGNSS_REPLAY_FILE",
+     protocol::RowOf(Constellation::Galileo).sceneFile,
      false},
-    {{"QZS", protocol::CmdPgnssEphemeris, 3, "Inject qzs eph fail! Fail to open file",
+    {{protocol::RowOf(Constellation::Qzss).shortName, protocol::CmdPgnssEphemeris,
+      protocol::ColumnOf(Constellation::Qzss), "Inject qzs eph fail! Fail to open file",
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS QZS EPH文件 打开失败！"),
       "qzs eph retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入QZS星历 组包失败！"),
       QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入QZS星历 ACK超时")},
-     "QZSS_PGNSS_REPLAY_FILE",
+     protocol::RowOf(Constellation::Qzss).sceneFile,
      false},
 };
 
@@ -66,20 +74,20 @@ const PgnssFile kDataFiles[kDataFileCount] = {
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GPS RTI文件失败！"),
      "gps rti retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GPS RTI数据组包失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "Pgnss注入GPS RTI数据 ACK超时")},
-    {"GLO_RTI.dat", protocol::CmdPgnssIntegrity, 0, "Inject glo rti fail! Fail to open file",
-     QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GLO RTI文件失败！"),
+    {"GLO_RTI.dat", protocol::CmdPgnssIntegrity, protocol::ColumnOf(Constellation::Glonass),
+     "Inject glo rti fail! Fail to open file", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GLO RTI文件失败！"),
      "glo rti retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO RTI数据组包失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO RTI数据 ACK超时")},
     {"GLO_AUX.dat", protocol::CmdPgnssGloChannels, 0, "Inject glo aux fail! Fail to open file",
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GLO AUX文件失败！"),
      "glo aux retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO AUX数据组包失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO AUX数据 ACK超时")},
-    {"BDS_RTI.dat", protocol::CmdPgnssIntegrity, 1, "Inject bds rti fail! Fail to open file",
-     QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开BDS RTI文件失败！"),
+    {"BDS_RTI.dat", protocol::CmdPgnssIntegrity, protocol::ColumnOf(Constellation::Beidou),
+     "Inject bds rti fail! Fail to open file", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开BDS RTI文件失败！"),
      "bds rti retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入BDS RTI数据失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入BDS RTI数据 ACK超时")},
-    {"GAL_RTI.dat", protocol::CmdPgnssIntegrity, 2, "Inject glo rti fail! Fail to open file",
-     QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GLO RTI文件失败！"),
+    {"GAL_RTI.dat", protocol::CmdPgnssIntegrity, protocol::ColumnOf(Constellation::Galileo),
+     "Inject glo rti fail! Fail to open file", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS打开GLO RTI文件失败！"),
      "glo rti retLen err: ", QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO RTI数据失败！"),
      QT_TRANSLATE_NOOP("PgnssItems", "PGNSS注入GLO RTI数据 ACK超时")},
 };

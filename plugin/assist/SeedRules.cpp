@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "assist/SeedRules.h"
 
+#include "protocol/Constellations.h"
+
 #include <QDir>
 
 #include <algorithm>
@@ -67,8 +69,10 @@ bool DeleteExpandedFiles(const QString& folder)
     if (folder.isEmpty() || !directory.exists()) {
         return false;
     }
-    const QStringList patterns = {QStringLiteral("GPS_*.*"), QStringLiteral("GLO_*.*"), QStringLiteral("GAL_*.*"),
-                                  QStringLiteral("BDS_*.*"), QStringLiteral("QZS_*.*")};
+    QStringList patterns;
+    for (const protocol::Constellation constellation : protocol::kEphemerisOrder) {
+        patterns.append(QLatin1String(protocol::RowOf(constellation).shortName) + QLatin1String("_*.*"));
+    }
     const QStringList names =
         directory.entryList(patterns, QDir::Files | QDir::NoSymLinks | QDir::CaseSensitive, QDir::Unsorted);
     for (const QString& name : names) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "base/AckWait.h"
 
-#include "base/CommandTexts.h"
 #include "base/ProcessState.h"
 
 #include <QCoreApplication>
@@ -42,7 +41,7 @@ AckResult AckWait::Run(const QPointer<QObject>& sender, int limitMs, const Pump&
     }
     if (sender.isNull()) {
         Finish();
-        return {AckOutcome::SenderGone, 0, {}};
+        return {AckOutcome::SenderGone, {}, {}};
     }
     if (counter > limitMs) {
         return {};

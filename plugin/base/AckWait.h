@@ -34,7 +34,7 @@ public:
 
     static constexpr int stepMs = 10;
 
-    /// Marks a command as sent: state 5, with the text column for its ACK.
+    /// Marks a command as sent, with the text column for its ACK.
     explicit AckWait(quint8 column = 0);
 
     /// Waits until the ACK comes, or `limitMs` and one step have passed; an ACK seen in that last step is too

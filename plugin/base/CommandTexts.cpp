@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "base/CommandTexts.h"
 
+#include "protocol/Constellations.h"
+#include "protocol/LinkFrame.h"
+
 #include <QCoreApplication>
 
 namespace {
@@ -10,77 +13,78 @@ class CommandTexts {
     Q_DECLARE_TR_FUNCTIONS(CommandTexts)
 };
 
-constexpr int columns = 4;
+constexpr std::size_t columns = protocol::kColumnOrder.size();
 
 struct CommandRow {
     quint16 id;
     const char* text[columns];
 };
 
-// Ids 3 to 12 have a blank: their senders put a label of their own in front.
+// Those that configure have a blank: their senders put a label of their own in front. Several columns are in the
+// order of protocol::kColumnOrder.
 constexpr CommandRow commandTable[] = {
-    {1, {QT_TRANSLATE_NOOP("CommandTexts", "启动GNSS定位"), "", "", ""}},
-    {2, {QT_TRANSLATE_NOOP("CommandTexts", "关闭GNSS定位"), "", "", ""}},
-    {3, {" ", "", "", ""}},
-    {4, {" ", "", "", ""}},
-    {5, {" ", "", "", ""}},
-    {6, {" ", "", "", ""}},
-    {7, {" ", "", "", ""}},
-    {8, {" ", "", "", ""}},
-    {9, {" ", "", "", ""}},
-    {10, {" ", "", "", ""}},
-    {11, {" ", "", "", ""}},
-    {12, {" ", "", "", ""}},
-    {257, {QT_TRANSLATE_NOOP("CommandTexts", "注入历史信息"), "", "", ""}},
-    {513, {QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS GPS时间"), "", "", ""}},
-    {514, {QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS 参考位置"), "", "", ""}},
-    {515, {QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS GPS星历"), "", "", ""}},
-    {516,
+    {protocol::CmdStart, {QT_TRANSLATE_NOOP("CommandTexts", "启动GNSS定位"), "", "", ""}},
+    {protocol::CmdStop, {QT_TRANSLATE_NOOP("CommandTexts", "关闭GNSS定位"), "", "", ""}},
+    {protocol::CmdConstellations, {" ", "", "", ""}},
+    {protocol::CmdStartMode, {" ", "", "", ""}},
+    {protocol::CmdNmea, {" ", "", "", ""}},
+    {protocol::CmdAcqLowPower, {" ", "", "", ""}},
+    {protocol::CmdTrkLowPower, {" ", "", "", ""}},
+    {protocol::CmdAntiJam, {" ", "", "", ""}},
+    {protocol::CmdUpdateRate, {" ", "", "", ""}},
+    {protocol::CmdPps, {" ", "", "", ""}},
+    {protocol::CmdReports, {" ", "", "", ""}},
+    {protocol::CmdFixPriority, {" ", "", "", ""}},
+    {protocol::CmdInjectHistory, {QT_TRANSLATE_NOOP("CommandTexts", "注入历史信息"), "", "", ""}},
+    {protocol::CmdPgnssTime, {QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS GPS时间"), "", "", ""}},
+    {protocol::CmdPgnssPosition, {QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS 参考位置"), "", "", ""}},
+    {protocol::CmdPgnssGpsEphemeris, {QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS GPS星历"), "", "", ""}},
+    {protocol::CmdPgnssEphemeris,
      {QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS GLO星历"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS BDS星历"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS GAL星历"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS QZS星历")}},
-    {517, {QT_TRANSLATE_NOOP("CommandTexts", "PGNSS GPS UTC注入"), "", "", ""}},
-    {518, {QT_TRANSLATE_NOOP("CommandTexts", "PGNSS GPS完好性信息注入"), "", "", ""}},
-    {519,
+    {protocol::CmdPgnssUtc, {QT_TRANSLATE_NOOP("CommandTexts", "PGNSS GPS UTC注入"), "", "", ""}},
+    {protocol::CmdPgnssGpsIntegrity, {QT_TRANSLATE_NOOP("CommandTexts", "PGNSS GPS完好性信息注入"), "", "", ""}},
+    {protocol::CmdPgnssIntegrity,
      {QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS GLO完好性信息"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS BDS完好性信息"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS GAL完好性信息"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS QZS完好性信息")}},
-    {520, {QT_TRANSLATE_NOOP("CommandTexts", "PGNSS GPS电离层参数注入"), "", "", ""}},
-    {521, {QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS GLO频点转换关系"), "", "", ""}},
-    {522, {QT_TRANSLATE_NOOP("CommandTexts", "注入高精度电离层参数"), "", "", ""}},
-    {769, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GPS预测时间"), "", "", ""}},
-    {770, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS 位置预测"), "", "", ""}},
-    {771, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GPS星历数据"), "", "", ""}},
-    {772, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GPS电离层参数"), "", "", ""}},
-    {773, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS UTC时间"), "", "", ""}},
-    {774, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GPS完好性信息"), "", "", ""}},
-    {775,
+    {protocol::CmdPgnssIonosphere, {QT_TRANSLATE_NOOP("CommandTexts", "PGNSS GPS电离层参数注入"), "", "", ""}},
+    {protocol::CmdPgnssGloChannels, {QT_TRANSLATE_NOOP("CommandTexts", "注入PGNSS GLO频点转换关系"), "", "", ""}},
+    {protocol::CmdPgnssFineIonosphere, {QT_TRANSLATE_NOOP("CommandTexts", "注入高精度电离层参数"), "", "", ""}},
+    {protocol::CmdAgnssGpsTime, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GPS预测时间"), "", "", ""}},
+    {protocol::CmdAgnssPosition, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS 位置预测"), "", "", ""}},
+    {protocol::CmdAgnssGpsEphemeris, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GPS星历数据"), "", "", ""}},
+    {protocol::CmdAgnssGpsIonosphere, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GPS电离层参数"), "", "", ""}},
+    {protocol::CmdAgnssUtc, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS UTC时间"), "", "", ""}},
+    {protocol::CmdAgnssGpsIntegrity, {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GPS完好性信息"), "", "", ""}},
+    {protocol::CmdAgnssTime,
      {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GLO预测时间"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS BDS预测时间"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GAL预测时间"), ""}},
-    {776,
+    {protocol::CmdAgnssIonosphere,
      {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GLO电离层参数"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS BDS电离层参数"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GAL电离层参数"), ""}},
-    {777,
+    {protocol::CmdAgnssEphemeris,
      {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GLO星历数据"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS BDS星历数据"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GAL星历数据"), ""}},
-    {778,
+    {protocol::CmdAgnssIntegrity,
      {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GLO完好性信息"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS BDS完好性信息"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GAL完好性信息"), ""}},
-    {779,
+    {protocol::CmdAgnssUtcParameters,
      {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GLO UTC时间"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS BDS UTC时间"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GAL UTC时间"), ""}},
-    {780,
+    {protocol::CmdAgnssChannels,
      {QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GLO频点对应关系"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS BDS频点对应关系"),
       QT_TRANSLATE_NOOP("CommandTexts", "注入AGNSS GAL频点对应关系"), ""}},
-    {1028, {QT_TRANSLATE_NOOP("CommandTexts", "注入UTC时间"), "", "", ""}},
+    {protocol::CmdUtcTime, {QT_TRANSLATE_NOOP("CommandTexts", "注入UTC时间"), "", "", ""}},
 };
 static_assert(sizeof(commandTable) / sizeof(commandTable[0]) == 36);
 

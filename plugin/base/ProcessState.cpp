@@ -12,10 +12,10 @@ QStringList busyPortNames;
 bool pluginConnected = false;
 QString loaderPortName;
 
-int ackState = 4;
+int ackState = AckStateIdle;
 quint8 ackTableColumn = 0;
 QString ackMessage;
-int lastAckState = 4;
+int lastAckState = AckStateIdle;
 quint32 ackCount = 0;
 bool positioningStarted = false;
 QString firstFixText;
@@ -37,10 +37,10 @@ void ResetForNewWindow()
     busyPortNames.clear();
     pluginConnected = false;
     loaderPortName.clear();
-    ackState = 4;
+    ackState = AckStateIdle;
     ackTableColumn = 0;
     ackMessage.clear();
-    lastAckState = 4;
+    lastAckState = AckStateIdle;
     ackCount = 0;
     positioningStarted = false;
     firstFixText.clear();

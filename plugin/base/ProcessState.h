@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/AckState.h"
+
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
+
+/// The languages by their numbers in the language setting.
+enum Language { LanguageEnglish = 1, LanguageChinese = 2 };
 
 /// The values that classes share across the whole process. They survive a window, so a new window resets
 /// those of the link, the commands and the replay.
@@ -18,7 +23,7 @@ extern bool pluginConnected;      ///< stored for the host, read by nothing
 extern QString loaderPortName;    ///< the last port that the firmware window was changed to
 
 // Commands
-extern int ackState;            ///< 4 idle, 5 sent, 0 to 3 the receiver's status, -1 unknown status
+extern int ackState;            ///< an AckStateValue
 extern quint8 ackTableColumn;   ///< text column of the command table for the next ACK
 extern QString ackMessage;      ///< the last ACK in words
 extern int lastAckState;        ///< the status of the last ACK, also after its waiter has gone back to idle
@@ -32,7 +37,7 @@ extern float replaySpeed;  ///< chunks per second
 extern bool replayRunning; ///< from the start of a replay to its end, also while paused
 
 // Window
-extern int language;       ///< 1 English, 2 Chinese
+extern int language;       ///< a Language; 0 before it is read
 extern bool showTimestamp; ///< the status log's lines carry the time
 
 // Views

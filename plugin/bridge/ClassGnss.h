@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/LinkFrame.h"
+
 #include <QtGlobal>
 
 #include <cstddef>
@@ -10,10 +12,10 @@
 namespace ClassGnss {
 
 /// Size of every sender's frame buffer, and the longest frame.
-constexpr quint32 maxFrameLength = 15000;
+constexpr quint32 maxFrameLength = protocol::kMaxFrameLength;
 
 /// Id with which a ready frame passes through the codec.
-constexpr quint32 passThroughId = 512;
+constexpr quint32 passThroughId = protocol::CmdPassThrough;
 
 /// Loads <application directory>/Source-Datas/bin/GnssUtils.dll and initialises it.
 void InitGnssUtils();

@@ -61,5 +61,5 @@ const ConfigPage& ConfigPageAt(int index);
 /// A text of a page in the user's language.
 QString ConfigPageText(const char* text);
 
-/// The payload of a page: 5, 1, 8, 2, 2, 3, 1, 2, 2 and 1 bytes.
+/// The payload of the page at a stack index from 0 to 9.
 QByteArray ConfigPayload(int index, const ConfigForm& form);

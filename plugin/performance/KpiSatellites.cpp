@@ -10,7 +10,11 @@
 
 namespace {
 
-constexpr char letters[KpiSatellites::constellations] = {'G', 'C', 'E', 'R', 'J'};
+// The columns of the table.
+constexpr std::array columnOrder = {protocol::Constellation::Gps, protocol::Constellation::Beidou,
+                                    protocol::Constellation::Galileo, protocol::Constellation::Glonass,
+                                    protocol::Constellation::Qzss};
+static_assert(protocol::EachOnce(columnOrder) && columnOrder.size() == KpiSatellites::constellations);
 constexpr std::size_t mostSamples = 4;
 constexpr quint8 groupWeight = 5;
 
@@ -86,13 +90,12 @@ bool KpiSatellites::Take(const char* bytes, std::size_t length)
     }
     for (std::size_t i = 0; i < count; ++i) {
         const protocol::KpiCn0Entry& entry = record.entry[i];
-        const auto* letter = std::find(std::begin(letters), std::end(letters), entry.constellation);
-        if (letter == std::end(letters)) {
+        const std::size_t index = protocol::PlaceIn(columnOrder, entry.constellation);
+        if (index == columnOrder.size()) {
             // The placeholder stays in the line: it is meant so.
             qDebug() << "not support sat is %s" << entry.constellation;
             continue;
         }
-        const auto index = static_cast<std::size_t>(letter - letters);
         Column& column = seen[index];
         column.shown = true;
         ++column.tracked;

@@ -38,7 +38,7 @@ void KpiSequencer::StopRun()
     for (const KpiTimer timer : {KpiTimer::Timeout, KpiTimer::Track, KpiTimer::Delay}) {
         m_host.StopTimer(timer);
     }
-    if (m_host.Send(KpiFrame::Stop) != KpiSend::Gone) {
+    if (m_host.Send(protocol::ReadyFrame::Stop) != KpiSend::Gone) {
         testState = KpiTestState::Idle;
     }
 }
@@ -48,7 +48,7 @@ void KpiSequencer::BeginRun()
     m_host.ClearResults();
     m_host.ShowRunning(true);
     m_host.LockControls(true);
-    if (m_host.Send(KpiFrame::AllNmeaReports) == KpiSend::Gone) {
+    if (m_host.Send(protocol::ReadyFrame::NmeaMask) == KpiSend::Gone) {
         return;
     }
     testRunning = true;
@@ -107,7 +107,7 @@ void KpiSequencer::BeginTest()
     // at once. The state is already waiting and the start time still the old one: a record in between counts as
     // the fix.
     const quint32 test = ++m_tests;
-    if (m_host.Send(cold ? KpiFrame::ColdStart : KpiFrame::HotStart) == KpiSend::Gone ||
+    if (m_host.Send(cold ? protocol::ReadyFrame::ColdStart : protocol::ReadyFrame::HotStart) == KpiSend::Gone ||
         !m_host.Wait(waitAfterRestartMs) || m_tests != test) {
         return;
     }
@@ -121,7 +121,7 @@ void KpiSequencer::BeginTest()
 
 bool KpiSequencer::SendStart()
 {
-    if (!testRunning || m_host.Send(KpiFrame::Start) != KpiSend::Sent) {
+    if (!testRunning || m_host.Send(protocol::ReadyFrame::Start) != KpiSend::Sent) {
         return false;
     }
     return testRunning;
@@ -174,7 +174,7 @@ void KpiSequencer::OnTrackingOver()
     const KpiTestConfig config = m_host.Config();
     m_host.StopTimer(KpiTimer::Track);
     testState = KpiTestState::Gap;
-    if (m_host.Send(KpiFrame::Stop) == KpiSend::Gone) {
+    if (m_host.Send(protocol::ReadyFrame::Stop) == KpiSend::Gone) {
         return;
     }
     quint32& fixed = IsCold() ? coldFixedCount : hotFixedCount;
@@ -189,7 +189,7 @@ void KpiSequencer::OnTimeout()
     const KpiTestConfig config = m_host.Config();
     m_host.StopTimer(KpiTimer::Timeout);
     testState = KpiTestState::TimedOut;
-    if (m_host.Send(KpiFrame::Stop) == KpiSend::Gone) {
+    if (m_host.Send(protocol::ReadyFrame::Stop) == KpiSend::Gone) {
         return;
     }
     // Another format of the rate than after a fix: it is meant so.

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "performance/KpiConfig.h"
-#include "performance/KpiFrames.h"
 #include "performance/KpiTestTypes.h"
+#include "protocol/CommandFrames.h"
 
 #include <QDateTime>
 #include <QString>
@@ -42,7 +42,7 @@ public:
     virtual bool PositioningStarted() const = 0;
     virtual QDateTime Now() const = 0;
 
-    virtual KpiSend Send(KpiFrame frame) = 0;
+    virtual KpiSend Send(protocol::ReadyFrame frame) = 0;
     virtual void WakeUp() = 0;
     /// Lets time pass with events coming in; false when the test is gone after it.
     virtual bool Wait(int milliseconds) = 0;

@@ -6,6 +6,7 @@
 #include "base/AckWait.h"
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"
+#include "base/ReadyCommand.h"
 #include "bridge/CommandFrame.h"
 #include "bridge/RecordCopy.h"
 #include "performance/KpiFixTexts.h"
@@ -169,9 +170,9 @@ QDateTime KpiViewWin::Now() const
     return QDateTime::currentDateTime();
 }
 
-KpiSend KpiViewWin::Send(KpiFrame frame)
+KpiSend KpiViewWin::Send(protocol::ReadyFrame frame)
 {
-    const CommandFrame encoded(ClassGnss::passThroughId, KpiFrameBytes(frame));
+    const CommandFrame encoded(ClassGnss::passThroughId, ReadyFrameBytes(frame));
     if (!encoded.IsEncoded()) {
         return KpiSend::NotEncoded;
     }
@@ -279,22 +280,22 @@ bool KpiViewWin::SlotEditStartBtnClicked()
 
 void KpiViewWin::SlotEditStopBtnClicked()
 {
-    Send(KpiFrame::Stop);
+    Send(protocol::ReadyFrame::Stop);
 }
 
 void KpiViewWin::SlotSendColdStart()
 {
-    Send(KpiFrame::ColdStart);
+    Send(protocol::ReadyFrame::ColdStart);
 }
 
 void KpiViewWin::SlotSendHotStart()
 {
-    Send(KpiFrame::HotStart);
+    Send(protocol::ReadyFrame::HotStart);
 }
 
 void KpiViewWin::SlotSendAllNmeaRpt()
 {
-    Send(KpiFrame::AllNmeaReports);
+    Send(protocol::ReadyFrame::NmeaMask);
 }
 
 void KpiViewWin::SlotTestTimeout()

@@ -59,7 +59,7 @@ private:
     KpiPlace Reference() const override;
     bool PositioningStarted() const override;
     QDateTime Now() const override;
-    KpiSend Send(KpiFrame frame) override;
+    KpiSend Send(protocol::ReadyFrame frame) override;
     void WakeUp() override;
     bool Wait(int milliseconds) override;
     bool Warn(KpiWarning warning) override;

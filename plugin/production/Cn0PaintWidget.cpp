@@ -3,8 +3,6 @@
 
 #include <QPainter>
 
-#include <string_view>
-
 namespace {
 
 constexpr int left = 235;
@@ -14,18 +12,6 @@ constexpr int boxTop = 200;
 constexpr int boxHeight = 20;
 constexpr int textHeight = 11;
 constexpr int fontPixels = 9;
-
-struct ConstellationColour {
-    char letter;
-    int red;
-    int green;
-    int blue;
-};
-
-// In the order of drawing.
-constexpr ConstellationColour kColours[] = {
-    {'G', 96, 56, 17}, {'C', 203, 65, 84}, {'R', 0, 128, 128}, {'E', 88, 131, 215}, {'J', 159, 43, 104},
-};
 
 void DrawText(QPainter& painter, const QRect& box, const QString& text)
 {
@@ -58,8 +44,9 @@ void Cn0PaintWidget::paintEvent(QPaintEvent* event)
 
     const int pixelsPerDecibel = (height() + 1) / 100;
     int x = left;
-    for (const ConstellationColour& colour : kColours) {
-        const std::size_t place = std::string_view(kConstellationLetters).find(colour.letter);
+    for (std::size_t place = 0; place < kConstellations; ++place) {
+        const protocol::ConstellationRow& row = protocol::RowOf(kEpochOrder[place]);
+        const QColor colour(row.red, row.green, row.blue);
         for (const auto& [number, values] : m_bars[place]) {
             const QRect box(x, boxTop, barWidth, boxHeight);
             painter.fillRect(box, palette().color(QPalette::Window));
@@ -71,7 +58,7 @@ void Cn0PaintWidget::paintEvent(QPaintEvent* event)
                 const int from = x + i * barWidth / signalCount;
                 const int width = x + (i + 1) * barWidth / signalCount - from;
                 const QRect bar(from, boxTop - cn0 * pixelsPerDecibel, width, cn0 * pixelsPerDecibel);
-                painter.fillRect(bar, QColor(colour.red, colour.green, colour.blue));
+                painter.fillRect(bar, colour);
                 DrawText(painter, QRect(from, bar.top() - textHeight, width, textHeight), QString::number(cn0));
             }
             x += step;

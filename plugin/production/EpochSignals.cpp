@@ -2,7 +2,6 @@
 #include "production/EpochSignals.h"
 
 #include <algorithm>
-#include <string_view>
 
 void SignalGroup::Add(std::uint8_t cn0)
 {
@@ -16,12 +15,12 @@ EpochSignals SumUp(const std::vector<SatEntry>& satellites)
 {
     EpochSignals sums;
     for (const SatEntry& satellite : satellites) {
-        const std::size_t place = std::string_view(kConstellationLetters).find(satellite.system);
-        if (place == std::string_view::npos) {
+        const std::size_t place = protocol::PlaceIn(kEpochOrder, satellite.system);
+        if (place == kConstellations) {
             continue;
         }
         sums.total.Add(satellite.cn0);
-        (satellite.system == 'G' ? sums.gps : sums.nonGps).Add(satellite.cn0);
+        (kEpochOrder[place] == protocol::Constellation::Gps ? sums.gps : sums.nonGps).Add(satellite.cn0);
         sums.each[place].Add(satellite.cn0);
         sums.bars[place][satellite.number].push_back(satellite.cn0);
     }

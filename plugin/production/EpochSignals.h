@@ -24,7 +24,7 @@ struct EpochSignals {
     SignalGroup total;
     SignalGroup gps;
     SignalGroup nonGps;
-    std::array<SignalGroup, kConstellations> each;   ///< in the order of kConstellationLetters
+    std::array<SignalGroup, kConstellations> each;   ///< in the order of kEpochOrder
     std::array<SatelliteBars, kConstellations> bars; ///< the same
 };
 

@@ -14,12 +14,7 @@ namespace {
 constexpr std::size_t kMostTokens = 21;
 constexpr char kUnknown = 'N';
 
-// The constellation of the third character, from 'A' on.
-constexpr std::string_view kTalkers = "ECNNNNNNNNNRNNNGJ";
-// The constellation of a GSA's system id, from '1' on.
-constexpr std::string_view kSystemIds = "GRECJ";
-
-// The name of the frequency, in the order of kConstellationLetters.
+// The name of the frequency, in the order of kEpochOrder.
 constexpr const char* kSignals[kConstellations] = {"L1", "B1i", "G1", "E1C", "L1"};
 
 /// The fields between the commas; an empty one keeps its place.
@@ -87,8 +82,19 @@ bool EndsSentence(std::string_view field)
 /// The place of a constellation, or -1 for an unknown one.
 int IndexOf(char letter)
 {
-    const std::size_t at = std::string_view(kConstellationLetters).find(letter);
-    return at == std::string_view::npos ? -1 : static_cast<int>(at);
+    const std::size_t place = protocol::PlaceIn(kEpochOrder, letter);
+    return place == kConstellations ? -1 : static_cast<int>(place);
+}
+
+/// The letter of the constellation that a GSA's system id tells.
+char SystemLetter(int systemId)
+{
+    for (const protocol::Constellation constellation : kEpochOrder) {
+        if (protocol::RowOf(constellation).nmeaSystemId == systemId) {
+            return protocol::RowOf(constellation).letter;
+        }
+    }
+    return kUnknown;
 }
 
 bool IsUsed(const GsaBlock& block, std::uint16_t number)
@@ -119,11 +125,15 @@ bool HoldsGga(std::string_view sentence)
 char TalkerLetter(std::string_view sentence)
 {
     constexpr std::size_t place = 2;
-    if (sentence.size() <= place || sentence[place] < 'A') {
+    if (sentence.size() <= place) {
         return kUnknown;
     }
-    const auto index = static_cast<std::size_t>(sentence[place] - 'A');
-    return index < kTalkers.size() ? kTalkers[index] : kUnknown;
+    for (const protocol::Constellation constellation : kEpochOrder) {
+        if (protocol::RowOf(constellation).talker[1] == sentence[place]) {
+            return protocol::RowOf(constellation).letter;
+        }
+    }
+    return kUnknown;
 }
 
 void TakeGsv(EpochStore& store, std::string_view sentence)
@@ -182,10 +192,7 @@ void TakeGsa(EpochStore& store, std::string_view sentence)
     const Tokens tokens = Split(sentence);
     char letter = TalkerLetter(sentence);
     if (tokens.count > systemId) {
-        const int index = Letter(tokens[systemId], '0') - '1';
-        letter = index >= 0 && index < static_cast<int>(kSystemIds.size())
-                     ? kSystemIds[static_cast<std::size_t>(index)]
-                     : kUnknown;
+        letter = SystemLetter(Letter(tokens[systemId], '0') - '0');
     }
     const int place = IndexOf(letter);
     if (place < 0) {
@@ -234,7 +241,7 @@ std::vector<SatEntry> SatellitesOf(const EpochStore& store, bool& anyBlock)
         anyBlock = true;
         for (std::size_t j = 0; j < block.entries; ++j) {
             const GsvEntry& entry = block.entry[j];
-            SatEntry satellite = {kConstellationLetters[i],
+            SatEntry satellite = {protocol::RowOf(kEpochOrder[i]).letter,
                                   static_cast<std::uint8_t>(entry.number),
                                   static_cast<std::uint8_t>(entry.cn0),
                                   static_cast<std::uint8_t>(IsUsed(store.gsa[i], entry.number)),

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/Constellations.h"
+
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -9,9 +12,12 @@
 // What the production test reads out of NMEA sentences, epoch by epoch. Nothing is checked but the
 // shape: the test judges the receiver's own words, checksums included.
 
-/// The five constellations in the order in which an epoch's satellites are listed.
-constexpr char kConstellationLetters[] = "GCREJ";
-constexpr std::size_t kConstellations = sizeof kConstellationLetters - 1;
+/// In which an epoch's satellites are listed.
+constexpr std::array kEpochOrder = {protocol::Constellation::Gps, protocol::Constellation::Beidou,
+                                    protocol::Constellation::Glonass, protocol::Constellation::Galileo,
+                                    protocol::Constellation::Qzss};
+static_assert(protocol::EachOnce(kEpochOrder));
+constexpr std::size_t kConstellations = kEpochOrder.size();
 
 /// What a satellite number of GLONASS is too high by.
 constexpr int kGlonassOffset = 64;
@@ -62,7 +68,7 @@ struct GsvBlock {
 /// Filled from the sentences that follow a GGA and closed by the next one.
 struct EpochStore {
     GgaFields gga;
-    GsaBlock gsa[kConstellations]; ///< in the order of kConstellationLetters
+    GsaBlock gsa[kConstellations]; ///< in the order of kEpochOrder
     GsvBlock gsv[kConstellations];
 };
 

@@ -2,6 +2,7 @@
 #include "production/ProductTest.h"
 
 #include "base/FileDialogs.h"
+#include "base/ReadyCommand.h"
 #include "line/PortList.h"
 #include "line/RawCapture.h"
 #include "line/SerialLine.h"
@@ -22,9 +23,6 @@
 #include <QTimer>
 
 namespace {
-
-constexpr char startFrame[] = "7e 04 19 00 01 00 03 00 00 00 0c 00 01 00 00 00 01 00 01 00 00 00 00 00 7e";
-constexpr char stopFrame[] = "7e 04 0d 00 02 00 00 00 00 00 00 00 7e";
 
 constexpr int usualBaudRate = 115200;
 
@@ -227,12 +225,12 @@ void ProductTest::Send(UnitFrame frame)
 {
     switch (frame) {
     case UnitFrame::Start:
-        m_serialPort->write(QByteArray::fromHex(startFrame));
+        m_serialPort->write(ReadyFrameBytes(protocol::ReadyFrame::Start));
         m_serialPort->flush();
         break;
     case UnitFrame::Stop:
         // What is still queued when the port closes would be lost.
-        WriteThrough(*m_serialPort, QByteArray::fromHex(stopFrame));
+        WriteThrough(*m_serialPort, ReadyFrameBytes(protocol::ReadyFrame::Stop));
         break;
     }
 }

@@ -24,7 +24,7 @@ QString GroupText(const SignalGroup& group)
 
 const SignalGroup& GroupOf(const EpochSignals& sums, char letter)
 {
-    return sums.each[std::string_view(kConstellationLetters).find(letter)];
+    return sums.each[protocol::PlaceIn(kEpochOrder, letter)];
 }
 
 } // namespace

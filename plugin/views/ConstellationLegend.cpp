@@ -10,8 +10,8 @@
 ConstellationLegend::ConstellationLegend(int firstIconTop) : m_firstIconTop(firstIconTop)
 {
     for (std::size_t row = 0; row < m_icons.size(); ++row) {
-        m_icons[row][0] = Picture(kConstellations[row].picture, "Checked");
-        m_icons[row][1] = Picture(kConstellations[row].picture, "Unchecked");
+        m_icons[row][0] = Picture(DrawnAt(row).picture, "Checked");
+        m_icons[row][1] = Picture(DrawnAt(row).picture, "Unchecked");
     }
 }
 

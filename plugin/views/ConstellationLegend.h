@@ -10,7 +10,7 @@
 class QPainter;
 
 /// The rows of check pictures by which a satellite view shows and hides constellations, in the order of
-/// kConstellations.
+/// kDrawOrder.
 class ConstellationLegend {
 public:
     static constexpr int kIconX = 10;

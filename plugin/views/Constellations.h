@@ -1,42 +1,49 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/Constellations.h"
+
 #include <QColor>
 
 #include <array>
 
-/// A constellation as the satellite views show it.
-struct Constellation {
-    char letter;
-    const char* label;    ///< in the legend
-    int red, green, blue; ///< its colour
-    const char* picture;  ///< begins the names of its two check pictures; null without a legend row
-    const char* flag;     ///< picture at the head of its group; null without one
-    int counter;          ///< its place in the counters of the signal table; 0 without one
-
-    QColor Colour() const { return QColor(red, green, blue); }
+/// In which groups are drawn. The first ones have a row in the legend, in the same order.
+constexpr std::array kDrawOrder = {
+    protocol::Constellation::Beidou,  protocol::Constellation::Glonass, protocol::Constellation::Gps,
+    protocol::Constellation::Galileo, protocol::Constellation::Qzss,    protocol::Constellation::Sbas,
+    protocol::Constellation::Navic,
 };
-
-/// In the order in which groups are drawn. The first five have a row in the legend, in the same order.
-constexpr std::array<Constellation, 7> kConstellations = {{
-    {'C', "BDS", 203, 65, 84, "bds", "China", 5},
-    {'R', "GLN", 0, 128, 128, "glo", "Russia", 2},
-    {'G', "GPS", 96, 56, 17, "gps", "American", 1},
-    {'E', "GAL", 88, 131, 215, "gal", "European", 3},
-    {'J', "QZS", 159, 43, 104, "qzs", "Japan", 4},
-    {'S', "SBA", 142, 68, 173, nullptr, nullptr, 0},
-    {'I', "IRN", 243, 156, 18, nullptr, nullptr, 0},
-}};
+static_assert(protocol::EachOnce(kDrawOrder) && kDrawOrder.size() == protocol::kConstellationCount);
 
 constexpr int kLegendRows = 5;
 
-/// The place of a letter in kConstellations, or -1.
+/// In which the signal table counts, from 1 on; 0 is the total.
+constexpr std::array kCounterOrder = {
+    protocol::Constellation::Gps,  protocol::Constellation::Glonass, protocol::Constellation::Galileo,
+    protocol::Constellation::Qzss, protocol::Constellation::Beidou,
+};
+static_assert(protocol::EachOnce(kCounterOrder));
+
+constexpr const protocol::ConstellationRow& DrawnAt(std::size_t place)
+{
+    return protocol::RowOf(kDrawOrder[place]);
+}
+
+/// The place in the counters of what is drawn at a place; 0 for what is not counted.
+constexpr int CounterAt(std::size_t place)
+{
+    const std::size_t counter = protocol::PlaceIn(kCounterOrder, kDrawOrder[place]);
+    return counter < kCounterOrder.size() ? static_cast<int>(counter) + 1 : 0;
+}
+
+/// The place of a letter in kDrawOrder, or -1.
 constexpr int ConstellationIndex(char letter)
 {
-    for (std::size_t i = 0; i < kConstellations.size(); ++i) {
-        if (kConstellations[i].letter == letter) {
-            return static_cast<int>(i);
-        }
-    }
-    return -1;
+    const std::size_t place = protocol::PlaceIn(kDrawOrder, letter);
+    return place < kDrawOrder.size() ? static_cast<int>(place) : -1;
+}
+
+inline QColor ColourOf(const protocol::ConstellationRow& row)
+{
+    return QColor(row.red, row.green, row.blue);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "window/ControlTree.h"
 
+#include "base/ProcessState.h"
+
 #include <QDebug>
 #include <QDir>
 #include <QDomDocument>
@@ -11,10 +13,10 @@ QString TreeFilePath(const QString& configDirectory, int language)
 {
     const QString english = QStringLiteral("GnssTree_en.xml");
     const QString chinese = QStringLiteral("GnssTree.xml");
-    if (language != 1 && language != 2) {
+    if (language != LanguageEnglish && language != LanguageChinese) {
         qDebug() << "Global::language has error setting, it is:" << language;
     }
-    return configDirectory + QDir::separator() + (language == 1 ? english : chinese);
+    return configDirectory + QDir::separator() + (language == LanguageEnglish ? english : chinese);
 }
 
 void LoadControlTree(QTreeWidget* tree, const QString& path)

@@ -4,13 +4,13 @@
 #include "base/AckWait.h"
 #include "base/MessageBoxes.h"
 #include "base/ProcessState.h"
+#include "base/ReadyCommand.h"
 #include "base/StatusLog.h"
 #include "base/WorkingLogs.h"
 #include "bridge/CallbackRouting.h"
 #include "bridge/CommandFrame.h"
 #include "host/support/CProductVersion.h"
 #include "line/SerialLink.h"
-#include "protocol/LinkFrame.h"
 #include "window/WindowText.h"
 
 #include <QTimer>
@@ -20,19 +20,6 @@ namespace {
 
 constexpr int startAckLimitMs = 1000;
 constexpr int probeWaitMs = 1000;
-
-const char startFrame[] = "7e 04 19 00 01 00 03 00 00 00 0c 00 01 00 00 00 01 00 01 00 00 00 00 00 7e";
-const char stopFrame[] = "7e 04 0d 00 02 00 00 00 00 00 00 00 7e";
-const char probeFrame[] = "7e 04 0e 00 05 00 00 00 00 00 01 00 00 7e";
-
-/// The bytes of a command: AT text with its line end for the AT product, else the hand-made frame.
-QByteArray CommandBytes(const char* atText, const char* frameText)
-{
-    if (CProductVersion::GetVersion() == protocol::kAtProduct) {
-        return QByteArray(atText) + "\r\n";
-    }
-    return QByteArray::fromHex(frameText);
-}
 
 } // namespace
 
@@ -56,7 +43,8 @@ void PositioningControl::Start()
         ShowCriticalBox(m_window, WindowText::tr("错误"), WindowText::tr("当前已经启动，请勿重复触发！"));
         return;
     }
-    const CommandFrame frame(ClassGnss::passThroughId, CommandBytes(protocol::kAtStart, startFrame));
+    const CommandFrame frame(ClassGnss::passThroughId,
+                             ReadyCommandBytes(protocol::ReadyFrame::Start, CProductVersion::GetVersion()));
     if (!frame.IsEncoded()) {
         return;
     }
@@ -69,7 +57,7 @@ void PositioningControl::Start()
     }
     if (result.outcome == AckOutcome::Answered) {
         AppendStatus(result.message);
-        if (result.state == 0) {
+        if (result.state == AckStateAccepted) {
             Global::positioningStarted = true;
             emit Changed();
         }
@@ -92,7 +80,8 @@ void PositioningControl::Stop()
         return;
     }
     const QPointer<PositioningControl> guard(this);
-    if (!SendReadyFrame(CommandBytes(protocol::kAtStop, stopFrame)) || guard.isNull()) {
+    if (!SendReadyFrame(ReadyCommandBytes(protocol::ReadyFrame::Stop, CProductVersion::GetVersion())) ||
+        guard.isNull()) {
         return;
     }
     // A stop is taken as done without waiting for its ACK.
@@ -114,7 +103,7 @@ void PositioningControl::ProbeSilence()
 {
     m_link.SilenceTimer()->stop();
     const QPointer<PositioningControl> guard(this);
-    if (!SendReadyFrame(QByteArray::fromHex(probeFrame)) || guard.isNull()) {
+    if (!SendReadyFrame(ReadyFrameBytes(protocol::ReadyFrame::Probe)) || guard.isNull()) {
         return;
     }
     PumpDelay(probeWaitMs);

@@ -133,7 +133,7 @@ private Q_SLOTS:
             QString atTheStart;
             QString atTheInjection;
         } rows[] = {
-            {__FILE__, "load failed.", "resolve GetPgnssDataValidTime failed"},
+            {GNSS_SOURCE_DIR "/README.md", "load failed.", "resolve GetPgnssDataValidTime failed"},
             {FAKE_CODEC_DIR "/fake_codec_Nothing.so", "resolve ParsePgnssData failed",
              "resolve GetPgnssDataValidTime failed"},
             {HALF_DECODER, "", "resolve ParsePgnssData failed"},

@@ -193,12 +193,14 @@ private slots:
         QCOMPARE(texts, (QStringList{"G1 40/83 46", "G2 17/308 41", "S120 20/100 35", "R2 40/75 0", "E33 53/47 47",
                                      "C8 9/30 39"}));
 
+        // The blocks in their order.
+        enum { gps, beidou, galileo, glonass, qzss };
         const auto gsv = link.got.LastMessage<protocol::MsgGsv>(protocol::MsgTypeGsv);
-        QVERIFY(gsv.block[protocol::BlockGps].satellitesNum == 6 &&
-                gsv.block[protocol::BlockGps].row[3].freq == 8 && gsv.block[protocol::BlockGlo].row[0].prn == 66);
+        QVERIFY(gsv.block[gps].satellitesNum == 6 && gsv.block[gps].row[3].freq == 8 &&
+                gsv.block[glonass].row[0].prn == 66);
         const auto gsa = link.got.LastMessage<protocol::MsgGsa>(protocol::MsgTypeGsa);
-        QVERIFY(gsa.block[protocol::BlockGps].validPrnNum == 2 && gsa.block[protocol::BlockBds].prn[0] == 208 &&
-                gsa.block[protocol::BlockGal].vdop == 1.2F && gsa.block[protocol::BlockQzs].valid == 0);
+        QVERIFY(gsa.block[gps].validPrnNum == 2 && gsa.block[beidou].prn[0] == 208 &&
+                gsa.block[galileo].vdop == 1.2F && gsa.block[qzss].valid == 0);
         QVERIFY(link.got.Fixes()[0].pdop == 1.5F && link.got.Fixes()[0].vdop == 1.2F);
         // Tracked first-band signals, the strongest first, and a zero behind for
         // the reader that looks too far.

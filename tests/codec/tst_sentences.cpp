@@ -144,19 +144,17 @@ private slots:
             QByteArrayList texts;
             for (const int number : numbers) {
                 const codec::SatelliteId id = codec::IdentifySatellite(talker, number);
-                texts.append(id.svid == 0 ? "-"
-                                          : codec::kSystemLetters[int(id.system)] + QByteArray::number(id.svid));
+                texts.append(id.svid == 0 ? "-" : protocol::RowOf(id.system).letter + QByteArray::number(id.svid));
             }
             return texts.join(' ');
         };
-        QCOMPARE(names(TalkerSystem::Gps, {1, 33, 46, 193, 0, -5}), QByteArray("G1 S120 S133 J1 - -"));
-        QCOMPARE(names(TalkerSystem::Mixed, {32, 65, 96, 301, 401, 208, 99999}),
-                 QByteArray("G32 R1 R32 E1 C1 C8 -"));
-        QCOMPARE(names(TalkerSystem::Glonass, {7, 71}), QByteArray("R7 R7"));
-        QCOMPARE(names(TalkerSystem::Galileo, {33, 102, 336}), QByteArray("E33 E2 E36"));
-        QCOMPARE(names(TalkerSystem::Beidou, {33, 201, 219, 463, 100}), QByteArray("C33 C1 C19 C63 -"));
-        QCOMPARE(names(TalkerSystem::Qzss, {2, 194}), QByteArray("J2 J2"));
-        QCOMPARE(names(TalkerSystem::Navic, {5}), QByteArray("I5"));
+        QCOMPARE(names(System::Gps, {1, 33, 46, 193, 0, -5}), QByteArray("G1 S120 S133 J1 - -"));
+        QCOMPARE(names(std::nullopt, {32, 65, 96, 301, 401, 208, 99999}), QByteArray("G32 R1 R32 E1 C1 C8 -"));
+        QCOMPARE(names(System::Glonass, {7, 71}), QByteArray("R7 R7"));
+        QCOMPARE(names(System::Galileo, {33, 102, 336}), QByteArray("E33 E2 E36"));
+        QCOMPARE(names(System::Beidou, {33, 201, 219, 463, 100}), QByteArray("C33 C1 C19 C63 -"));
+        QCOMPARE(names(System::Qzss, {2, 194}), QByteArray("J2 J2"));
+        QCOMPARE(names(System::Navic, {5}), QByteArray("I5"));
         // Unknown signal ids fall back to the first one and never read beyond the
         // table.
         for (int id = 0; id < 256; ++id) {

@@ -30,7 +30,7 @@ public:
 
     bool encodes = true;
     std::function<void()> atEveryStep = [] {}; ///< what else happens as time passes
-    std::function<void(KpiFrame)> toTheReceiver = [](KpiFrame) {};
+    std::function<void(protocol::ReadyFrame)> toTheReceiver = [](protocol::ReadyFrame) {};
 
     qint64 now = 0; ///< milliseconds
     KpiSequencer sequencer{*this};
@@ -79,7 +79,7 @@ public:
     /// Takes what was done so far.
     QString Done()
     {
-        const QString text = done.join(' ');
+        QString text = done.join(' ');
         done.clear();
         return text;
     }
@@ -90,12 +90,18 @@ public:
     KpiPlace Reference() const override { return reference; }
     bool PositioningStarted() const override { return positioningStarted; }
     QDateTime Now() const override { return QDateTime::fromMSecsSinceEpoch(1800000000000 + now); }
-    KpiSend Send(KpiFrame frame) override
+    KpiSend Send(protocol::ReadyFrame frame) override
     {
         if (!encodes) {
             return KpiSend::NotEncoded;
         }
-        done.append(QStringList{"start", "stop", "cold", "hot", "nmea"}.at(static_cast<int>(frame)));
+        using protocol::ReadyFrame;
+        const QMap<ReadyFrame, QString> names = {{ReadyFrame::Start, "start"},
+                                                 {ReadyFrame::Stop, "stop"},
+                                                 {ReadyFrame::ColdStart, "cold"},
+                                                 {ReadyFrame::HotStart, "hot"},
+                                                 {ReadyFrame::NmeaMask, "nmea"}};
+        done.append(names.value(frame, "another frame"));
         toTheReceiver(frame);
         return KpiSend::Sent;
     }

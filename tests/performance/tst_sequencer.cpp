@@ -13,9 +13,10 @@ public:
     explicit FixingHost(double secondsToFix = 15.0)
     {
         config = {2, 60, 3, 5, 2, 60, 3, 5};
-        toTheReceiver = [this, secondsToFix](KpiFrame frame) {
-            if (frame == KpiFrame::Start || frame == KpiFrame::Stop) {
-                m_fixAt = frame == KpiFrame::Stop ? -1 : now + static_cast<qint64>(secondsToFix * 1000.0);
+        toTheReceiver = [this, secondsToFix](protocol::ReadyFrame frame) {
+            if (frame == protocol::ReadyFrame::Start || frame == protocol::ReadyFrame::Stop) {
+                m_fixAt =
+                    frame == protocol::ReadyFrame::Stop ? -1 : now + static_cast<qint64>(secondsToFix * 1000.0);
             }
         };
         atEveryStep = [this] {

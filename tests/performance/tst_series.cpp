@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SimulatedHost.h"
 
+#include "base/ReadyCommand.h"
 #include "bridge/CallbackRouting.h"
 #include "bridge/ClassGnss.h"
 #include "bridge/CommandFrame.h"
@@ -34,8 +35,8 @@ public:
                                       static_cast<quint32>(message.size()));
             }
         };
-        host.toTheReceiver = [this](KpiFrame frame) {
-            const CommandFrame encoded(ClassGnss::passThroughId, KpiFrameBytes(frame));
+        host.toTheReceiver = [this](protocol::ReadyFrame frame) {
+            const CommandFrame encoded(ClassGnss::passThroughId, ReadyFrameBytes(frame));
             m_receiver.Receive(encoded.Data(), static_cast<std::size_t>(encoded.Length()), m_host.now);
         };
     }

@@ -33,7 +33,7 @@ QString Told(const EpochStore& store)
     for (std::size_t i = 0; i < kConstellations; ++i) {
         const GsvBlock& list = store.gsv[i];
         const GsaBlock& used = store.gsa[i];
-        const QChar letter(kConstellationLetters[i]);
+        const QChar letter("GCREJ"[i]);
         if (list.valid) {
             words << letter + QString(':');
         }

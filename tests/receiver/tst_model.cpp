@@ -175,6 +175,33 @@ private slots:
         QVERIFY2(std::abs(errors[100] - 4.0) < 0.9, qPrintable(QString::number(errors[100])));
     }
 
+    void HistoryHasItsPublishedLayout()
+    {
+        receiver::Memory memory;
+        memory.positionKnown = true;
+        memory.position = {47.5, 8.25, 408.0};
+        const receiver::Orbit& orbit = receiver::AllOrbits()[40];
+        memory.ephemerisUntil[40] = 1773480500000;
+        const auto joined = [](std::initializer_list<double> values) {
+            return QByteArray(reinterpret_cast<const char*>(values.begin()), int(8 * values.size()));
+        };
+        // Magic, length 100, one entry, position known; 1773480413400.
+        QByteArray expected = QByteArray::fromHex("5652584849533031 6400 0100 01 000000 d888abeb9c010000") +
+                              joined({47.5, 8.25, 408.0});
+        // System, number, valid until.
+        expected += char(orbit.system);
+        expected += char(orbit.svid);
+        expected += QByteArray::fromHex("000000000000 20dbaceb9c010000") +
+                    joined({orbit.radius, orbit.inclination, orbit.node, orbit.argument});
+        const std::string block = receiver::PackHistory(memory, 1773480413400);
+        QCOMPARE(QByteArray::fromStdString(block).left(96).toHex(' '), expected.toHex(' '));
+        QCOMPARE(block.size(), std::size_t(100));
+        receiver::Memory taken;
+        QVERIFY(receiver::UnpackHistory(block, taken) && taken.ephemerisUntil == memory.ephemerisUntil);
+        QVERIFY(taken.position.latitude == 47.5 && taken.position.longitude == 8.25 &&
+                taken.position.altitude == 408.0 && !taken.almanacKnown);
+    }
+
     // Whatever is wrong with a block, it is refused and nothing of it is kept.
     void HistoryIsTakenWholeOrNotAtAll()
     {

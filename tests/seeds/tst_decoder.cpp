@@ -77,6 +77,38 @@ private slots:
         QVERIFY(dlsym(library, "_ZN5pgnss9ParseSeedEPKhmRNS_4SeedE") == nullptr);
     }
 
+    // The bytes of a seed whose fields have values of their own; the checks stand behind bytes 28 and the last
+    // section.
+    void TheLayoutIsThePublishedOne()
+    {
+        seeds::Seed seed = SmallSeed();
+        seed.issued = 0x01020304;
+        seeds::SeedOrbitSet& set = seed.systems[2].sets[0];
+        set.epoch = 1773500000;
+        set.orbits[0] = {7, 2, -4, 3, 2.65e7, 0.5, -1.25, 2.0};
+        seed.systems[0].integrity->unusable = 0x8000000000000001;
+        *seed.utc = {0.5, 2.98023223876953125e-08, 0x0A0B0C0D, 18, 19};
+        *seed.ionosphere = {{{0.5F, 0.25F, -0.125F, -0.0625F}}, {{96.0F, -32.0F, -16.0F, 8.0F}}};
+        const Bytes packed = seeds::PackSeed(seed);
+        const QByteArray image(reinterpret_cast<const char*>(packed.data()), static_cast<int>(packed.size()));
+        const auto shown = [&image](int at, const char* hex) {
+            const QByteArray expected = QByteArray::fromHex(hex);
+            return image.mid(at, expected.size()) == expected;
+        };
+        // Of each system 60 bytes of orbits and 16 of integrity.
+        QVERIFY(shown(0, "894757530d0a1a0a01000c00e8010000040302019023b5691075b669"));
+        QVERIFY(shown(32 + 60, "04000100080000000100000000000080"));
+        QVERIFY(shown(32 + 2 * 76, "01020100340000006076b5699023b5691075b6690702fc030000000000000000"
+                                   "ba457941000000000000e03f000000000000f4bf0000000000000040"));
+        QVERIFY(shown(32 + 5 * 76, "0200010018000000000000000000e03f000000000000603e0d0c0b0a12130000"));
+        QVERIFY(shown(32 + 5 * 76 + 32, "03000100200000000000003f0000803e000000be000080bd0000c042000000c2"
+                                        "000080c100000041"));
+        QCOMPARE(image.size(), 488);
+        seeds::Seed read;
+        QCOMPARE(seeds::ParseSeed(packed.data(), packed.size(), read), SeedError::None);
+        QVERIFY(seeds::PackSeed(read) == packed);
+    }
+
     void ExactlyTheFilesOfTheMoment()
     {
         QDir(m_folder->path()).mkdir(QStringLiteral("Ordner mit ü"));
@@ -328,7 +360,7 @@ private:
     QString Path(const char* name) const { return m_folder->filePath(QString::fromUtf8(name)); }
     QByteArray Put(const Bytes& image, const char* name = "EE.dat") const
     {
-        const QByteArray path = Path(name).toUtf8();
+        QByteArray path = Path(name).toUtf8();
         QFile file(Path(name));
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
             file.write(reinterpret_cast<const char*>(image.data()), static_cast<qint64>(image.size())) !=

@@ -118,11 +118,8 @@ void CaptureSummary::OnSatPos(const protocol::SatPosRecord& record)
 
 ConstellationSummary* CaptureSummary::Find(char letter)
 {
-    const auto* found =
-        std::find(std::begin(protocol::kConstellationLetters), std::end(protocol::kConstellationLetters), letter);
-    return found != std::end(protocol::kConstellationLetters)
-               ? &m_constellations[static_cast<std::size_t>(found - protocol::kConstellationLetters)]
-               : nullptr;
+    const protocol::ConstellationRow* row = protocol::FindConstellation(letter);
+    return row != nullptr ? &m_constellations[protocol::IndexOf(row->constellation)] : nullptr;
 }
 
 } // namespace tools

@@ -29,7 +29,7 @@ class CaptureSummary final : public codec::RecordSink {
 public:
     /// Different sentence addresses that are counted apart; further ones count together.
     static constexpr std::size_t kMostTypes = 256;
-    static constexpr std::size_t kConstellations = sizeof protocol::kConstellationLetters;
+    static constexpr std::size_t kConstellations = protocol::kConstellationCount;
 
     void OnSentence(const char* text, std::size_t length) override;
     void OnFix(const protocol::FixRecord& record) override;
@@ -58,7 +58,7 @@ public:
     /// Time from the first epoch to the first fix, in ms.
     std::int64_t TimeToFirstFixMs() const { return m_timeToFirstFixMs; }
 
-    /// In the order of protocol::kConstellationLetters.
+    /// In the order of protocol::kConstellationTable.
     const ConstellationSummary& Constellation(std::size_t index) const { return m_constellations[index]; }
 
 private:

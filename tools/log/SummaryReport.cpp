@@ -14,9 +14,6 @@ constexpr int kRateDecimals = 3;
 constexpr int kCn0Decimals = 1;
 constexpr std::size_t kLabelWidth = 14;
 
-constexpr const char* kConstellationNames[CaptureSummary::kConstellations] = {
-    "GPS", "SBAS", "GLONASS", "Galileo", "QZSS", "BeiDou", "NavIC"};
-
 std::string Fixed(double value, int decimals)
 {
     std::string text;
@@ -125,7 +122,7 @@ void AppendConstellations(std::string& text, const CaptureSummary& summary)
                     Column("used", width) + Column("mean C/N0", width) + "highest (dB-Hz)\n";
         }
         const bool tracked = constellation.signals > 0;
-        text += Column(kConstellationNames[i], kLabelWidth) +
+        text += Column(protocol::kConstellationTable[i].name, kLabelWidth) +
                 Column(std::to_string(constellation.listed.count()), width) +
                 Column(std::to_string(constellation.used.count()), width) +
                 Column(tracked ? Fixed(MeanCn0(constellation), kCn0Decimals) : "-", width) +
@@ -213,7 +210,7 @@ std::string JsonConstellations(const CaptureSummary& summary)
         entry.Add("used", constellation.used.count());
         entry.Add("cn0_mean", tracked ? Fixed(MeanCn0(constellation), kCn0Decimals) : "null");
         entry.Add("cn0_highest", tracked ? std::to_string(constellation.cn0Highest) : "null");
-        object.Add(kConstellationNames[i], entry.Text());
+        object.Add(protocol::kConstellationTable[i].name, entry.Text());
     }
     return object.Text();
 }

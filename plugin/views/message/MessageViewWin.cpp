@@ -3,6 +3,7 @@
 
 #include "bridge/RecordCopy.h"
 #include "host/support/CProductVersion.h"
+#include "protocol/LinkFrame.h"
 #include "protocol/Records.h"
 #include "views/message/MessageTables.h"
 #include "views/message/MsgViewRightWin.h"
@@ -10,13 +11,14 @@
 #include <QHBoxLayout>
 #include <QTreeWidget>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 constexpr int kTreeWidth = 200;
-constexpr int kReducedProduct = 27;
 
 constexpr const char* kNmeaTypes[] = {"GGA", "RMC", "GLL", "VTG", "ZDA"};
-constexpr const char* kConstellations[] = {"GPS", "BDS", "GAL", "GLO", "QZS"}; // in the order of the blocks
 constexpr const char* kBinaryTypes[] = {"Loc",    "Meas",    "PdrComm",  "PdrMeas", "PdrLs",
                                         "PpsSts", "FixMode", "NmeaMode", "Tsensor", "FtmCn0"};
 constexpr const char* kReducedBinaryTypes[] = {"Loc", "Meas", "PpsSts", "FixMode", "FtmCn0"};
@@ -108,12 +110,15 @@ void MessageViewWin::SlotUpdateRightWin(QTreeWidgetItem* item, int)
 
 void MessageViewWin::FillTree()
 {
+    const char* constellations[protocol::kMessageBlocks] = {};
+    std::transform(protocol::kBlockOrder.begin(), protocol::kBlockOrder.end(), std::begin(constellations),
+                   [](protocol::Constellation each) { return protocol::RowOf(each).shortName; });
     QTreeWidgetItem* nmea = MakeNode("NMEA", kNmeaTypes);
     for (const SplitType& split : kSplitTypes) {
-        nmea->insertChild(split.place, MakeNode(split.name, kConstellations));
+        nmea->insertChild(split.place, MakeNode(split.name, constellations));
     }
     m_tree->addTopLevelItem(nmea);
-    m_tree->addTopLevelItem(CProductVersion::GetVersion() == kReducedProduct
+    m_tree->addTopLevelItem(CProductVersion::GetVersion() == protocol::kReducedProduct
                                 ? MakeNode("Binary", kReducedBinaryTypes)
                                 : MakeNode("Binary", kBinaryTypes));
     m_tree->expandToDepth(0);

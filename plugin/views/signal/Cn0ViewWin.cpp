@@ -28,8 +28,9 @@ constexpr int kFlagHeight = 16;
 /// What stands in front of a constellation's counts.
 QString RowLabel(std::size_t row)
 {
-    return kConstellations[row].letter == 'J' ? QStringLiteral("QZSS:")
-                                              : QLatin1String(kConstellations[row].label) + ':';
+    const protocol::ConstellationRow& constellation = DrawnAt(row);
+    const bool inFull = constellation.constellation == protocol::Constellation::Qzss;
+    return QLatin1String(inFull ? constellation.name : constellation.label) + ':';
 }
 
 /// A column's first segment has its constellation's colour, every second one a lighter shade, so that segments of
@@ -55,7 +56,7 @@ Cn0ViewWin::Cn0ViewWin(QWidget* parent)
     connect(m_refresh, &ViewRefresh::Due, this, QOverload<>::of(&QWidget::update));
     setWindowTitle(tr("信号强度"));
     for (std::size_t i = 0; i < m_flagImages.size(); ++i) {
-        m_flagImages[i] = ConstellationLegend::Picture(kConstellations[i].flag);
+        m_flagImages[i] = ConstellationLegend::Picture(DrawnAt(i).flag);
     }
     connect(ageTimer, &QTimer::timeout, this, &Cn0ViewWin::TimerTimeout);
     ageTimer->start(kAgeTick);
@@ -143,8 +144,7 @@ QRect Cn0ViewWin::LegendRect(const QPainter& painter) const
     int right = CountX(painter);
     int widest = painter.fontMetrics().horizontalAdvance(CountText(0));
     for (std::size_t row = 0; row < kLegendRows; ++row) {
-        widest =
-            std::max(widest, painter.fontMetrics().horizontalAdvance(CountText(kConstellations[row].counter)));
+        widest = std::max(widest, painter.fontMetrics().horizontalAdvance(CountText(CounterAt(row))));
     }
     right += widest;
     return QRect(QPoint(0, 0), QPoint(right + 8, m_legend.IconRect(kLegendRows - 1).bottom() + 4));
@@ -163,7 +163,7 @@ void Cn0ViewWin::PaintLegend(QPainter& painter) const
     for (int row = 0; row < kLegendRows; ++row) {
         const std::size_t index = static_cast<std::size_t>(row);
         painter.drawText(ConstellationLegend::kTextX, m_legend.TextY(row), RowLabel(index));
-        painter.drawText(countX, m_legend.TextY(row), CountText(kConstellations[index].counter));
+        painter.drawText(countX, m_legend.TextY(row), CountText(CounterAt(index)));
     }
     QFont small = painter.font();
     small.setPixelSize(kNotePixelSize);
@@ -180,7 +180,7 @@ bool Cn0ViewWin::PaintBars(QPainter& painter, const QRect& legend)
     const int baseline = height() - SignalBars::kBaselineFromBottom;
 
     int columns = 0;
-    for (int i = 0; i < static_cast<int>(kConstellations.size()); ++i) {
+    for (int i = 0; i < static_cast<int>(kDrawOrder.size()); ++i) {
         if (IsShown(i)) {
             columns += static_cast<int>(m_signals.SatellitesOf(i).size());
         }
@@ -188,19 +188,19 @@ bool Cn0ViewWin::PaintBars(QPainter& painter, const QRect& legend)
     int x = SignalBars::FirstColumnX(columns, barPitch, width(), legend.right(), baseline < legend.bottom());
     bool reachesLegend = false;
     painter.drawLine(baseline < legend.bottom() ? x : 0, baseline, width(), baseline);
-    for (int i = 0; i < static_cast<int>(kConstellations.size()); ++i) {
+    for (int i = 0; i < static_cast<int>(kDrawOrder.size()); ++i) {
         const SignalTable::Satellites& satellites = m_signals.SatellitesOf(i);
         if (!IsShown(i) || satellites.empty()) {
             continue;
         }
         const std::size_t index = static_cast<std::size_t>(i);
-        if (kConstellations[index].flag != nullptr) {
+        if (DrawnAt(index).flag != nullptr) {
             const int top = baseline + 6 + painter.fontMetrics().height();
             ConstellationLegend::PaintPicture(painter, QRect(x, top, kFlagWidth, kFlagHeight),
                                               m_flagImages[index]);
         }
         for (const SignalTable::Satellite& satellite : satellites) {
-            reachesLegend |= PaintColumn(painter, x, satellite, kConstellations[index].Colour(), legend);
+            reachesLegend |= PaintColumn(painter, x, satellite, ColourOf(DrawnAt(index)), legend);
             x += barPitch;
         }
     }

@@ -29,8 +29,7 @@ void SignalTable::Fill(const RecordCopy& record)
             ++trackedCount[0];
         }
         const int constellation = ConstellationIndex(entry.constellation);
-        const int counter =
-            constellation < 0 ? 0 : kConstellations[static_cast<std::size_t>(constellation)].counter;
+        const int counter = constellation < 0 ? 0 : CounterAt(static_cast<std::size_t>(constellation));
         // Satellites without a counter of their own aren't shown either.
         if (counter == 0) {
             continue;

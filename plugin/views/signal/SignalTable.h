@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bridge/RecordCopy.h"
+#include "views/Constellations.h"
 
 #include <array>
 #include <cstdint>
@@ -22,13 +23,13 @@ public:
     using Satellite = std::vector<Signal>; ///< by cn0, weakest first
     using Satellites = std::vector<Satellite>;
 
-    /// 0 total, 1 GPS, 2 GLONASS, 3 Galileo, 4 QZSS, 5 BeiDou.
-    using Counts = std::array<int, 6>;
+    /// 0 total, then in the order of kCounterOrder.
+    using Counts = std::array<int, kCounterOrder.size() + 1>;
 
     /// Replaces everything by what a Cn0Record holds; its count is cut to that.
     void Fill(const RecordCopy& record);
 
-    /// The satellites of a place in kConstellations, in the order of the record.
+    /// The satellites of a place in kDrawOrder, in the order of the record.
     const Satellites& SatellitesOf(int constellation) const
     {
         return m_satellites[static_cast<std::size_t>(constellation)];
@@ -50,7 +51,7 @@ public:
 private:
     void Add(int constellation, const Signal& signal);
 
-    std::array<Satellites, 7> m_satellites;
+    std::array<Satellites, kDrawOrder.size()> m_satellites;
     Counts visibleCount{}; ///< entries
     Counts trackedCount{}; ///< entries with a signal strength; the total holds those of every letter
     Counts usedCount{};    ///< tracked entries of the five counted constellations that are used in the fix

@@ -121,7 +121,7 @@ void SatellitesPosViewWin::PaintLegend(QPainter& painter) const
     painter.setFont(LegendFont());
     for (int row = 0; row < kLegendRows; ++row) {
         painter.drawText(ConstellationLegend::kTextX, m_legend.TextY(row),
-                         kConstellations[static_cast<std::size_t>(row)].label);
+                         DrawnAt(static_cast<std::size_t>(row)).label);
     }
 }
 
@@ -139,7 +139,9 @@ void SatellitesPosViewWin::PaintScale(QPainter& painter) const
     const double radius = half - 15;
     // In a narrow view a text gives way to the legend.
     QRectF legend(m_legend.IconRect(0));
-    legend.setRight(ConstellationLegend::kTextX + QFontMetricsF(LegendFont()).horizontalAdvance("QZS") + 6.0);
+    legend.setRight(
+        ConstellationLegend::kTextX +
+        QFontMetricsF(LegendFont()).horizontalAdvance(protocol::RowOf(protocol::Constellation::Qzss).label) + 6.0);
     legend.setBottom(m_legend.IconRect(kLegendRows - 1).bottom());
     legend.translate(-QPoint(width() / 2, half));
     // Every second one is left out where they would touch one another.
@@ -244,7 +246,7 @@ void SatellitesPosViewWin::PaintSatellites(QPainter& painter)
         if (!ShowsConstellation(index)) {
             continue;
         }
-        QColor fill = kConstellations[static_cast<std::size_t>(index)].Colour();
+        QColor fill = ColourOf(DrawnAt(static_cast<std::size_t>(index)));
         if (satellite.inuseFlag == 0) {
             fill = satellite.cn0 != 0 ? QColor(Qt::gray) : palette().color(QPalette::Window);
         }
