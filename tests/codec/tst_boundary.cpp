@@ -19,7 +19,8 @@ template <int Number> void Callback(const void* data, int length)
     }
 }
 
-void LogHandler(const char* file, int line, const char* function, const char* format, va_list arguments)
+[[gnu::format(printf, 4, 0)]] void LogHandler(const char* file, int line, const char* function, const char* format,
+                                              va_list arguments)
 {
     g_log += QString::vasprintf(format, arguments).toUtf8();
     g_log += file != nullptr && function != nullptr && line > 0 ? "\n" : "?\n";

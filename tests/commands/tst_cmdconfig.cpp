@@ -52,8 +52,8 @@ private Q_SLOTS:
         const QStringList pages = {
             "0101010101;-bds -qzss 0100010100;-gps -bds -gal 0000010001;-glo -gal 0101000001",
             "00;ColdStart 01",
-            "-GGA 0001010101010101;-RMC -VTG -ZDA -PN 0101010100000000;-GSA -GSV -ZDA -PN 0101000001010000;"
-            "-GLL -GSV -VTG -PN 0100010001000100",
+            ("-GGA 0001010101010101;-RMC -VTG -ZDA -PN 0101010100000000;-GSA -GSV -ZDA -PN 0101000001010000;"
+             "-GLL -GSV -VTG -PN 0100010001000100"),
             "0102;acq_disable 0000",
             "0102;trk_disable 0000",
             "010100;-periodWork weakScan 010001;weakScan disable_ant 000000",

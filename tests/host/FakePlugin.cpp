@@ -48,7 +48,7 @@ public:
     ~FakeWindow() override { Note("window gone"); }
 
 public Q_SLOTS:
-    void SlotChangePort(QString port)
+    void SlotChangePort(const QString& port)
     {
         Note("port " + QFileInfo(port).fileName() + (isWindow() ? " window" : " embedded"));
         const bool open = m_line.isOpen();

@@ -97,7 +97,7 @@ private Q_SLOTS:
         const QByteArray place = "4816.4,N,01138.0,E,";
         const QByteArray behind = ",08,0.9,545.4,M,46.9,M,,";
         const QByteArray bytes =
-            "7E\x04\0noise$GP" + Sentence("GPGGA,101530.00," + place + '1' + behind) +
+            QByteArrayLiteral("7E\x04\0noise$GP") + Sentence("GPGGA,101530.00," + place + '1' + behind) +
             Sentence("GNRMC,101530.000,A," + place + "0.0,,201126,,,A") + // the same time
             Sentence("GPGLL," + place + "101531,A,A") +
             Sentence("GNGNS,101532," + place + "AN,08,0.9,545.4,46.9,,") +
@@ -173,6 +173,7 @@ private Q_SLOTS:
         DebugLogPane pane;
         {
             std::vector<std::future<void>> threads;
+            threads.reserve(4);
             for (int t = 0; t < 4; ++t) {
                 threads.push_back(std::async(std::launch::async, [] {
                     for (int i = 0; i < 4000; ++i) {

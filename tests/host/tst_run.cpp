@@ -32,7 +32,7 @@ private:
     QString Read(const QString& name) const { return QString::fromUtf8(Content(m_folder->filePath(name))); }
     QString Receiver(const QByteArray& body) const
     {
-        const QString path = m_folder->filePath("receiver.sh");
+        QString path = m_folder->filePath("receiver.sh");
         WriteScript(path, "echo \"$@\" > arguments.txt\necho ready \"$2\"; sleep 0.3; " + body);
         return path;
     }

@@ -4,7 +4,6 @@
 #include "performance/KpiSequencer.h"
 
 #include <QMap>
-#include <QMap>
 #include <QStringList>
 
 #include <functional>
@@ -80,7 +79,7 @@ public:
     /// Takes what was done so far.
     QString Done()
     {
-        const QString text = done.join(' ');
+        QString text = done.join(' ');
         done.clear();
         return text;
     }

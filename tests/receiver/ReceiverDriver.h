@@ -152,7 +152,7 @@ public:
     double SecondsToFix(int limit)
     {
         const receiver::Millis begin = now;
-        while (now - begin < limit * 1000) {
+        while (now - begin < receiver::Millis{limit} * 1000) {
             Listen(100);
             for (const std::string& message : messages) {
                 if (IsSentence(message, "RMC") && Field(message, 2) == "A") {

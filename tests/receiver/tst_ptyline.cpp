@@ -45,7 +45,7 @@ public:
     explicit Opened(const std::string& path) : m_fd(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK)) {}
     explicit Opened(const QString& path) : Opened(path.toStdString()) {}
     ~Opened() { Close(); }
-    Opened& operator=(Opened&& other)
+    Opened& operator=(Opened&& other) noexcept
     {
         std::swap(m_fd, other.m_fd);
         return *this;

@@ -75,7 +75,7 @@ private slots:
         int counts[2] = {};
         for (int step = 0; step < 144; ++step) {
             int gps = 0;
-            const Millis now = kNoon + step * 600000;
+            const Millis now = kNoon + Millis{step} * 600000;
             for (const auto& view : sky.Above({47.4, 8.5, 400.0}, now, kAll)) {
                 ++seen[view.index];
                 gps += view.orbit->system == receiver::System::Gps ? 1 : 0;

@@ -360,7 +360,7 @@ private:
     QString Path(const char* name) const { return m_folder->filePath(QString::fromUtf8(name)); }
     QByteArray Put(const Bytes& image, const char* name = "EE.dat") const
     {
-        const QByteArray path = Path(name).toUtf8();
+        QByteArray path = Path(name).toUtf8();
         QFile file(Path(name));
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
             file.write(reinterpret_cast<const char*>(image.data()), static_cast<qint64>(image.size())) !=
