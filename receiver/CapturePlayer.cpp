@@ -63,8 +63,11 @@ bool ParseTimeOfDay(std::string_view text, double& millis)
         return false;
     }
     const auto whole = static_cast<std::int64_t>(value);
-    const double seconds = value - static_cast<double>(whole / 100 * 100);
-    millis = static_cast<double>(whole / 10000 * 3600 + whole / 100 % 100 * 60) * 1000.0 + seconds * 1000.0;
+    const std::int64_t minutes = whole / 100; // and hours, as digits
+    const std::int64_t wholeSeconds = minutes / 100 * 3600 + minutes % 100 * 60;
+    const std::int64_t cut = minutes * 100;
+    const double seconds = value - static_cast<double>(cut);
+    millis = static_cast<double>(wholeSeconds) * 1000.0 + seconds * 1000.0;
     return true;
 }
 

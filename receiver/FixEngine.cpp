@@ -2,6 +2,7 @@
 #include "receiver/FixEngine.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace receiver {
 
@@ -85,8 +86,7 @@ void FixEngine::Start(Millis utc, const std::vector<SatelliteView>& views, doubl
     m_draw = m_random.Gaussian();
     m_kind = Judge(utc, views);
     const Distribution times = TimesOf(m_kind);
-    m_fixDue =
-        utc + static_cast<Millis>(std::max(times.mean + m_draw * times.deviation, kShortestSearch) * 1000.0 + 0.5);
+    m_fixDue = utc + std::llround(std::max(times.mean + m_draw * times.deviation, kShortestSearch) * 1000.0);
 }
 
 void FixEngine::Stop()
@@ -104,7 +104,7 @@ void FixEngine::KnowledgeGrew(Millis utc, const std::vector<SatelliteView>& view
     m_kind = kind;
     const Distribution times = TimesOf(kind);
     const Millis due =
-        utc + static_cast<Millis>(std::max(times.mean + m_draw * times.deviation, kShortestSearch) * 1000.0 + 0.5);
+        utc + std::llround(std::max(times.mean + m_draw * times.deviation, kShortestSearch) * 1000.0);
     m_fixDue = std::min(m_fixDue, due);
     for (Channel& channel : m_channels) {
         if (channel.trackedSince < 0) {

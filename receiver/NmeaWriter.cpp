@@ -244,7 +244,7 @@ void WriteGsvGroup(const Epoch& epoch, System system, std::size_t signal, std::v
                 s.push_back(',');
             }
             s.push_back(',');
-            const auto cn0 = static_cast<std::int64_t>(satellite.view.cn0[signal] + 0.5);
+            const std::int64_t cn0 = std::lround(satellite.view.cn0[signal]);
             if (satellite.tracked && cn0 > 0) {
                 AppendInteger(s, cn0, 2);
             }

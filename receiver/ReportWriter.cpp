@@ -101,7 +101,7 @@ protocol::MsgMeas MakeMeas(const Epoch& epoch)
             protocol::MeasEntry& entry = meas.entry[row++];
             entry.svid = view.orbit->svid;
             entry.constellation = ListIndexOf(view.orbit->system);
-            entry.cn0 = static_cast<std::uint8_t>(view.cn0[signal] + 0.5);
+            entry.cn0 = static_cast<std::uint8_t>(std::lround(view.cn0[signal]));
             entry.inuseFlag = satellite.used ? 1 : 0;
             entry.satFlag = satellite.located ? 1 : 0;
             entry.carrierFreq = frequency;
@@ -182,7 +182,7 @@ protocol::MsgFtmCn0 MakeFtmCn0(const Epoch& epoch)
         }
     }
     message.testStatus = best > 0.0 ? 1 : 0;
-    message.satCn0 = static_cast<std::int32_t>(best + 0.5);
+    message.satCn0 = static_cast<std::int32_t>(std::lround(best));
     message.freqBias = static_cast<std::int32_t>(epoch.clockDrift / kLightSpeed * 1575.42e6);
     return message;
 }

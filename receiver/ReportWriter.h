@@ -19,7 +19,8 @@ std::string MakeSleepNotice(protocol::SleepNotice notice);
 /// A frame with a message's payload image.
 template <typename Message> std::string MakeMessage(protocol::MessageType type, const Message& message)
 {
-    return MakeFrame(static_cast<std::uint16_t>(protocol::RptMessage + type), 0, 0, &message, sizeof message);
+    const auto number = static_cast<std::uint32_t>(type);
+    return MakeFrame(static_cast<std::uint16_t>(protocol::RptMessage + number), 0, 0, &message, sizeof message);
 }
 
 /// Bits of MsgLoc::validMask.

@@ -3,6 +3,8 @@
 
 #include "receiver/TextNumbers.h"
 
+#include <cmath>
+
 namespace receiver {
 
 namespace {
@@ -63,8 +65,8 @@ UtcFields ToFields(Millis utc)
 
 Millis FromFields(const UtcFields& f)
 {
-    return ((DaysFromDate(f.year, f.month, f.day) * 24 + f.hour) * 60 + f.minute) * 60000 + f.second * 1000 +
-           f.millisecond;
+    return ((DaysFromDate(f.year, f.month, f.day) * 24 + f.hour) * 60 + f.minute) * 60000 +
+           Millis{f.second} * 1000 + f.millisecond;
 }
 
 bool FieldsValid(const UtcFields& f)
@@ -98,7 +100,7 @@ bool ParseUtc(std::string_view text, Millis& utc)
             (text[16] != ':' || !FixedDigits(text, 17, 2, f.second) || !ParseDouble(text.substr(17), seconds))) {
             return false;
         }
-        f.millisecond = static_cast<int>((seconds - f.second) * 1000.0 + 0.5);
+        f.millisecond = static_cast<int>(std::lround((seconds - f.second) * 1000.0));
         if (f.millisecond > 999) {
             f.millisecond = 999;
         }

@@ -59,7 +59,7 @@ void AssistServer::Inside::Send(httplib::Response& response, std::string body)
 {
     const ServiceFaults& faults = settings.faults;
     if (body.empty() || (!faults.cut && faults.bytesPerSecond == 0)) {
-        response.set_content(std::move(body), kBinary);
+        response.set_content(body, kBinary);
         return;
     }
     const std::size_t length = body.size();

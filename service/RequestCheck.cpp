@@ -14,7 +14,7 @@ namespace service {
 namespace {
 
 // A client's timestamp is off by its zone's distance from UTC+8, which is at most 20 hours.
-constexpr std::int64_t kLongestDifference = 24 * 3600000;
+constexpr std::int64_t kLongestDifference = std::int64_t{24} * 3600000;
 
 constexpr std::uint32_t kPeriods[] = {1, 3, 7, 14, 28};
 constexpr std::uint32_t kHighestMask = 31;

@@ -214,6 +214,7 @@ void LinkParser::Judge(const char* text, std::size_t length, std::size_t total)
     const Byte* p = reinterpret_cast<const Byte*>(text);
     const Byte* star = static_cast<const Byte*>(std::memchr(p, '*', length));
     const std::size_t body = star != nullptr ? static_cast<std::size_t>(star - p) : length;
+    // NOLINTNEXTLINE(bugprone-branch-clone): the tests stand in the order of what is judged first
     if (body < 2 || length - body < 3 || HexDigit(star[1]) < 0 || HexDigit(star[2]) < 0) {
         m_counters.droppedBytes += length;
     } else if (ScanBody(p + 1, body - 1).checksum != HexDigit(star[1]) * 16 + HexDigit(star[2])) {

@@ -33,7 +33,7 @@ public:
     int Descriptor() const { return m_descriptor; }
 
 private:
-    static constexpr std::size_t kCapacity = 256 * 1024;
+    static constexpr std::size_t kCapacity = std::size_t{256} * 1024;
 
     void Flush();
     void WriteNow(const char* bytes, std::size_t size);

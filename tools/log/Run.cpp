@@ -18,7 +18,7 @@ namespace tools {
 
 namespace {
 
-constexpr std::size_t kBlock = 256 * 1024; ///< bytes read at a time
+constexpr std::size_t kBlock = std::size_t{256} * 1024; ///< bytes read at a time
 
 void Tell(const std::string& message)
 {
