@@ -166,7 +166,7 @@ private Q_SLOTS:
                      0);
             const std::int64_t now = kNow / 1000;
             // Usable now and an hour before the period's end.
-            QVERIFY(seed.validStart <= now && now + period * 86400 <= seed.validEnd);
+            QVERIFY(seed.validStart <= now && now + std::int64_t{period} * 86400 <= seed.validEnd);
             QVERIFY(body.size() < std::size_t{period} * 81920);
         }
     }

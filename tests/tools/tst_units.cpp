@@ -50,7 +50,8 @@ private Q_SLOTS:
         QCOMPARE(FixTime(Fix(2016, 12, 31, 23, 59, 60.5)).Text(false), std::string("2016-12-31T23:59:59.999Z"));
         // Every millisecond as a binary fraction.
         for (int ms = 0; ms < 60000; ++ms) {
-            QCOMPARE(text(Fix(2026, 1, 1, 0, 0, ms / 1000 + ms % 1000 / 1000.0)).substr(17, 6),
+            const int whole = ms / 1000;
+            QCOMPARE(text(Fix(2026, 1, 1, 0, 0, whole + ms % 1000 / 1000.0)).substr(17, 6),
                      QTime::fromMSecsSinceStartOfDay(ms).toString("ss.zzz").toStdString());
         }
     }

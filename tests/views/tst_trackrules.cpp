@@ -195,9 +195,10 @@ void TestTrackRules::DotsEqualOneEllipseEach()
         positions.emplace_back(0.0, odd);
     }
     // On the edges, where a dot is cut.
+    const QPoint middle(size.width() / 2, size.height() / 2);
     for (int i = -8; i <= 8; ++i) {
-        positions.emplace_back(-size.width() / 2 + i / 2.0, 10.0);
-        positions.emplace_back(30.0, size.height() / 2 + i / 2.0);
+        positions.emplace_back(-middle.x() + i / 2.0, 10.0);
+        positions.emplace_back(30.0, middle.y() + i / 2.0);
     }
     positions.emplace_back(1.2, -3.4);
 
@@ -224,7 +225,7 @@ void TestTrackRules::DotsEqualOneEllipseEach()
         QVERIFY(stamped != drawn);
 
         QPainter drawing(&drawn);
-        drawing.translate(size.width() / 2, size.height() / 2);
+        drawing.translate(middle);
         const auto ellipse = [&](const QPointF& position, Qt::GlobalColor colour) {
             if (std::isnan(position.x()) || std::isnan(position.y())) {
                 return;

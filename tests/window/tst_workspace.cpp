@@ -249,7 +249,10 @@ private Q_SLOTS:
         for (const auto& row : tools) {
             QWidget* tool = Tools(row.second).value(0);
             const auto picture = [&] { return test.Button(row.first)->icon().pixmap(18).toImage(); };
-            QVERIFY(tool != nullptr && !tool->isVisible());
+            if (tool == nullptr) {
+                QFAIL("no such tool window");
+            }
+            QVERIFY(!tool->isVisible());
             const QImage idle = picture();
             // Twice: a closed tool window is not gone.
             for (int i = 0; i < 2; ++i) {
