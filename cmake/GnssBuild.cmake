@@ -22,10 +22,43 @@ if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
 endif()
 
+# Qt's headers are most of what a window costs to compile. The sanitizer build and the checks go without, so that a
+# missing include is found.
+option(GNSS_PRECOMPILE "Precompile Qt's headers (GCC only)" ON)
+if(GNSS_PRECOMPILE AND NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    set(GNSS_PRECOMPILE OFF)
+endif()
+
 find_program(GNSS_CCACHE ccache)
 if(GNSS_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER "${GNSS_CCACHE}")
+    if(GNSS_PRECOMPILE)
+        # It keeps results that used a precompiled header only when it may overlook these.
+        set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros "${GNSS_CCACHE}")
+    endif()
 endif()
+
+# gnss_precompiled(TARGET): lets a target with Qt's widgets use the one precompiled header.
+function(gnss_precompiled target)
+    if(NOT GNSS_PRECOMPILE)
+        return()
+    endif()
+    if(NOT TARGET gnss_precompiled)
+        file(WRITE "${CMAKE_BINARY_DIR}/precompiled/Empty.cpp" "")
+        add_library(gnss_precompiled STATIC "${CMAKE_BINARY_DIR}/precompiled/Empty.cpp")
+        set_target_properties(gnss_precompiled PROPERTIES
+            ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/precompiled"
+            CXX_VISIBILITY_PRESET hidden
+            VISIBILITY_INLINES_HIDDEN ON)
+        target_compile_options(gnss_precompiled PRIVATE -fpch-preprocess)
+        target_link_libraries(gnss_precompiled PRIVATE Qt5::Widgets)
+        target_precompile_headers(gnss_precompiled PRIVATE
+            <QDateTime> <QDebug> <QFile> <QLayout> <QMap> <QPainter> <QPointer> <QPushButton> <QString> <QStringList>
+            <QTimer> <QVector> <QWidget> <algorithm> <functional> <memory>)
+    endif()
+    target_compile_options(${target} PRIVATE -fpch-preprocess)
+    target_precompile_headers(${target} REUSE_FROM gnss_precompiled)
+endfunction()
 
 # gnss_room(NAME [QT] [LINKS target...] [WITHOUT file...])
 #
@@ -52,6 +85,7 @@ function(gnss_room name)
     if(R_QT)
         set_target_properties(gnss_${name} PROPERTIES AUTOMOC ON AUTOUIC ON)
         target_include_directories(gnss_${name} PUBLIC "${CMAKE_SOURCE_DIR}/plugin")
+        gnss_precompiled(gnss_${name})
     else()
         # Unique symbols would keep a library that is loaded at run time from being unloaded.
         target_compile_options(gnss_${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)

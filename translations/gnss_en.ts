@@ -1058,6 +1058,54 @@ For cold starts only</translation>
         <translation>.</translation>
     </message>
     <message>
+        <source>NMEA视图</source>
+        <translation>NMEAView</translation>
+    </message>
+    <message>
+        <source>十六进制视图</source>
+        <translation>HexView</translation>
+    </message>
+    <message>
+        <source>定位轨迹视图</source>
+        <translation>TrackView</translation>
+    </message>
+    <message>
+        <source>信号强度视图</source>
+        <translation>SignalView</translation>
+    </message>
+    <message>
+        <source>定位数据视图</source>
+        <translation>FixDataView</translation>
+    </message>
+    <message>
+        <source>消息数据视图</source>
+        <translation>MessageView</translation>
+    </message>
+    <message>
+        <source>航向方位视图</source>
+        <translation>CompassView</translation>
+    </message>
+    <message>
+        <source>卫星分布视图</source>
+        <translation>SkyView</translation>
+    </message>
+    <message>
+        <source>数据传输视图</source>
+        <translation>PackageView</translation>
+    </message>
+    <message>
+        <source>命令配置视图</source>
+        <translation>CommandConfigView</translation>
+    </message>
+    <message>
+        <source>自定义命令视图</source>
+        <translation>CustomCommandView</translation>
+    </message>
+    <message>
+        <source>性能测试视图</source>
+        <translation>PerformanceTestView</translation>
+    </message>
+    <message>
         <source>Close All</source>
         <translation>Close All</translation>
     </message>

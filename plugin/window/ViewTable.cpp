@@ -17,8 +17,6 @@
 
 using namespace protocol;
 
-#define LABEL(text) QT_TRANSLATE_NOOP("GnssWindow", text)
-
 namespace {
 
 QWidget* MakeConfigView(ViewHost& host, QWidget* parent)
@@ -30,18 +28,20 @@ QWidget* MakeConfigView(ViewHost& host, QWidget* parent)
 }
 
 constexpr ViewEntry kViews[] = {
-    ShowsRecord<NMEAViewWin, CB_NMEA>(LABEL("NMEA视图"), "NmeaView.png"),
-    WithoutRecord<HexViewWin>(LABEL("十六进制视图"), "HexView.png"),
-    ShowsRecord<PositioningViewWin, CB_POSITION>(LABEL("定位轨迹视图"), "Positioning.png"),
-    ShowsRecord<Cn0ViewWin, CB_CN0>(LABEL("信号强度视图"), "Cn0 View.png"),
-    ShowsRecord<DataViewWin, CB_DATA>(LABEL("定位数据视图"), "Data.png"),
-    ShowsRecord<MessageViewWin, CB_MESSAGE>(LABEL("消息数据视图"), "MessageView.png"),
-    ShowsRecord<CompassViewWin, CB_COMPASS>(LABEL("航向方位视图"), "CompassView.png"),
-    ShowsRecord<SatellitesPosViewWin, CB_SAT_POS>(LABEL("卫星分布视图"), "SatPosView.png"),
-    ShowsRecord<PackageViewWin, CB_PACKAGE>(LABEL("数据传输视图"), "PackageView.png"),
-    WithoutRecord<CmdConfig>(LABEL("命令配置视图"), "CmdcfgView.png"),
-    {LABEL("自定义命令视图"), "CustomerView.png", MakeConfigView, {}},
-    {LABEL("性能测试视图"),
+    ShowsRecord<NMEAViewWin, CB_NMEA>(QT_TRANSLATE_NOOP("GnssWindow", "NMEA视图"), "NmeaView.png"),
+    WithoutRecord<HexViewWin>(QT_TRANSLATE_NOOP("GnssWindow", "十六进制视图"), "HexView.png"),
+    ShowsRecord<PositioningViewWin, CB_POSITION>(QT_TRANSLATE_NOOP("GnssWindow", "定位轨迹视图"),
+                                                 "Positioning.png"),
+    ShowsRecord<Cn0ViewWin, CB_CN0>(QT_TRANSLATE_NOOP("GnssWindow", "信号强度视图"), "Cn0 View.png"),
+    ShowsRecord<DataViewWin, CB_DATA>(QT_TRANSLATE_NOOP("GnssWindow", "定位数据视图"), "Data.png"),
+    ShowsRecord<MessageViewWin, CB_MESSAGE>(QT_TRANSLATE_NOOP("GnssWindow", "消息数据视图"), "MessageView.png"),
+    ShowsRecord<CompassViewWin, CB_COMPASS>(QT_TRANSLATE_NOOP("GnssWindow", "航向方位视图"), "CompassView.png"),
+    ShowsRecord<SatellitesPosViewWin, CB_SAT_POS>(QT_TRANSLATE_NOOP("GnssWindow", "卫星分布视图"),
+                                                  "SatPosView.png"),
+    ShowsRecord<PackageViewWin, CB_PACKAGE>(QT_TRANSLATE_NOOP("GnssWindow", "数据传输视图"), "PackageView.png"),
+    WithoutRecord<CmdConfig>(QT_TRANSLATE_NOOP("GnssWindow", "命令配置视图"), "CmdcfgView.png"),
+    {QT_TRANSLATE_NOOP("GnssWindow", "自定义命令视图"), "CustomerView.png", MakeConfigView, {}},
+    {QT_TRANSLATE_NOOP("GnssWindow", "性能测试视图"),
      "TestView.png",
      MakeView<KpiViewWin>,
      {Record<CB_KPI_POSITION, &KpiViewWin::OnKpiFix>(), Record<CB_KPI_SATELLITE, &KpiViewWin::OnKpiCn0>()}},

@@ -4,10 +4,12 @@
 
 #include "bridge/RecordTarget.h"
 #include "protocol/Records.h"
+#include "window/ViewTable.h"
 
 #include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QToolBar>
+#include <QTranslator>
 #include <QTreeWidgetItemIterator>
 
 namespace {
@@ -94,14 +96,33 @@ private Q_SLOTS:
         QCOMPARE(test.Views(), defaultViews);
     }
 
+    /// A view whose label stands in no tree, or whose translation is not the English tree's, could never be
+    /// opened.
+    void EveryViewStandsInBothTrees()
+    {
+        QTranslator english;
+        QVERIFY(english.load(QStringLiteral(GNSS_BUILD_BIN "/translations/gnss_en.qm")));
+        const QByteArray chineseTree = Content(QStringLiteral(GNSS_SOURCE_DIR "/host/config/GnssTree.xml"));
+        const QByteArray englishTree = Content(QStringLiteral(GNSS_SOURCE_DIR "/host/config/GnssTree_en.xml"));
+        for (const ViewEntry& entry : WorkbenchViews()) {
+            QVERIFY2(chineseTree.contains('<' + QByteArray(entry.label) + "/>"), entry.label);
+            const QString label = english.translate("GnssWindow", entry.label);
+            QVERIFY2(!label.isEmpty() && englishTree.contains('<' + label.toUtf8() + "/>"), entry.label);
+        }
+    }
+
     void EveryLabelOpensItsViewOnceAndNoOtherItemDoes()
     {
         const WindowTest test;
+        QStringList labels;
+        for (const ViewEntry& entry : WorkbenchViews()) {
+            labels.append(entry.label);
+        }
         test.window->show();
         auto* tree = test.window->findChild<QTreeWidget*>();
         new QTreeWidgetItem(tree->topLevelItem(0), {"attribute"});
         for (QTreeWidgetItemIterator it(tree); *it != nullptr; ++it) {
-            if (!viewTable.contains((*it)->text(0))) {
+            if (!labels.contains((*it)->text(0))) {
                 test.window->SlotCtrlPanelItemClicked(*it, 0);
             }
         }
