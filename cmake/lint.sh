@@ -82,8 +82,9 @@ check_tidy()
 {
     mkdir -p "$lint_folder/tidy"
     build release
-    # g++ has options that Clang does not know.
-    sed 's/ -fno-gnu-unique//' "$root/build/release/compile_commands.json" >"$lint_folder/compile_commands.json"
+    # g++ has options that Clang does not know, and a precompiled header that it cannot read.
+    sed -E -e 's/ -(fno-gnu-unique|fpch-preprocess|Winvalid-pch)//g' -e 's/ -include [^ ]*cmake_pch\.hxx//' \
+        "$root/build/release/compile_commands.json" >"$lint_folder/compile_commands.json"
     export lint_folder
     export -f tidy_file
     tidy_list >"$lint_folder/tidy.list"

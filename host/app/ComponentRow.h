@@ -11,6 +11,8 @@ class QStatusBar;
 class ComponentRow {
 public:
     ComponentRow();
+    ComponentRow(const ComponentRow&) = delete;
+    ComponentRow& operator=(const ComponentRow&) = delete;
 
     /// The line of problems; hidden while there is none. Whoever takes it into a layout owns it.
     QLabel* Problem() const { return m_problem; }
